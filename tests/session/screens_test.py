@@ -1,0 +1,34 @@
+"""Two monitors: the panel and the toasts open on the one with the pointer."""
+import case
+import screen
+from case import SessionTest
+from toast_case import TITLE
+
+
+class ScreensTest(SessionTest):
+    preferences = {"clipboardMonitorEnabled": True, "toastPosition": "topLeft"}
+
+    def test_shows_a_toast_on_the_screen_with_the_pointer(self):
+        for pointer, left in ((700, 0), (1440 + 300, 1440)):
+            screen.move(pointer, 500)
+            screen.copy("1704067200")
+            self.eventually_equal((left + 12, 12), self.toast_place)
+
+    @staticmethod
+    def toast_place():
+        toast = screen.window(TITLE)
+        return screen.geometry(toast)[:2] if toast else None
+
+    def test_opens_on_the_screen_with_the_pointer(self):
+        screen.move(700, 400)
+        window = self.open_panel()
+        self.assertEqual((480, 900 // 2 - 50 - 280), screen.geometry(window)[:2])
+        screen.key("Escape")
+        self.wait_for_no_panel()
+        screen.move(1440 + 300, 500)
+        window = self.open_panel()
+        self.assertEqual((1440 + 400, 1024 // 2 - 50 - 280), screen.geometry(window)[:2])
+
+
+if __name__ == "__main__":
+    case.main(monitors=("1440x900", "1280x1024"))

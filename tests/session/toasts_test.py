@@ -1,0 +1,200 @@
+"""What a copied timestamp brings up, and what a copy of the program's own does."""
+import os
+import signal
+import time
+
+import accessibility
+import case
+import program
+import screen
+from processes import end, start, until
+from toast_case import COPIED, DATE, TEXT, ToastCase
+
+SCREEN = (1440, 900)
+
+
+class ToastsTest(ToastCase):
+    def test_says_what_a_copied_timestamp_means(self):
+        self.copy_and_wait()
+        labels = accessibility.labels()
+        self.assertEqual([DATE, TEXT, "·"], labels[:3])
+        self.assertRegex(labels[3], r"^\d+ years? ago$")
+
+    def test_follows_the_utc_switch(self):
+        program.set_preferences(isUTC=True)
+        self.copy_and_wait(date="Jan 1, 2024 at 12:00:00 AM")
+
+    def test_says_nothing_about_other_texts(self):
+        for text in ("now", "2024-01-01T00:00:00Z", "99999999", "9" * 101, "hello", ""):
+            screen.copy(text)
+            self.assertIsNone(until(self.toast, 0.4), text)
+        self.assert_quiet()
+
+    def test_says_nothing_about_what_was_there_before(self):
+        self.program.end()
+        screen.copy(TEXT)
+        self.program.start()
+        self.assert_quiet()
+
+    def test_comes_again_for_an_equal_copy(self):
+        self.copy_and_wait()
+        self.wait_for_no_toast()
+        self.copy_and_wait()
+
+    def test_nothing_comes_of_a_program_that_ends(self):
+        # Some window managers take the clipboard over then.
+        path = os.path.join(os.environ["TMPDIR"], "copied")
+        with open(path, "w", encoding="ascii") as file:
+            file.write(TEXT)
+        owner = start("xclip", "-quiet", "-i", "-selection", "clipboard", path)
+        self.addCleanup(end, owner)
+        self.wait_for_toast()
+        self.wait_for_no_toast()
+        owner.kill()
+        owner.wait()
+        self.assertIsNone(until(self.toast, 0.8))
+        self.assert_quiet()
+
+    def test_shows_the_last_of_two_copies_in_a_row(self):
+        screen.copy(TEXT)
+        screen.copy("1704067201")
+        self.wait_for_toast()
+        self.eventually(self.says("1704067201"))
+        self.assertFalse(self.says(TEXT)())
+        self.wait_for_no_toast()
+
+    def test_stands_at_each_of_the_six_places(self):
+        right, bottom = SCREEN
+        for position, place in (
+                ("topLeft", lambda w, h: (12, 12)),
+                ("topCenter", lambda w, h: (right / 2 - w / 2, 12)),
+                ("topRight", lambda w, h: (right - w - 12, 12)),
+                ("bottomLeft", lambda w, h: (12, bottom - 40 - h)),
+                ("bottomCenter", lambda w, h: (right / 2 - w / 2, bottom - 40 - h)),
+                ("bottomRight", lambda w, h: (right - w - 12, bottom - 40 - h)),
+                ("nowhere", lambda w, h: (right / 2 - w / 2, bottom - 40 - h))):
+            program.set_preferences(toastPosition=position)
+            window = self.copy_and_wait()
+            self.eventually(lambda: self.stands_at(window, place),
+                            "%s: it stands at %r" % (position, screen.geometry(window)))
+
+    @staticmethod
+    def stands_at(window, place):
+        x, y, width, height = screen.geometry(window)
+        wanted = place(width, height)
+        return abs(x - wanted[0]) <= 1 and abs(y - wanted[1]) <= 1
+
+    def test_stays_three_seconds(self):
+        screen.copy(TEXT)
+        copied = time.monotonic()
+        self.wait_for_toast()
+        shown = time.monotonic()
+        self.wait_for_no_toast()
+        gone = time.monotonic()
+        self.assertLess(shown - copied, 0.6)  # 0.34, and what the machine's other work costs
+        self.assertGreater(gone - shown, 2.9)
+        self.assertLess(gone - shown, 4.2)
+
+    def test_stays_under_the_pointer_and_three_seconds_more(self):
+        window = self.copy_and_wait()
+        x, y, width, height = screen.geometry(window)
+        screen.move(x + width // 2, y + height // 2)
+        self.assertIsNone(until(lambda: not self.toast() or None, 4.5))
+        screen.move(1, 1)
+        left = time.monotonic()
+        self.wait_for_no_toast()
+        self.assertGreater(time.monotonic() - left, 2.9)
+
+    def test_a_click_copies_the_date_and_nothing_comes_of_that(self):
+        window = self.copy_and_wait()
+        self.copies(DATE, window)
+        clicked = time.monotonic()
+        self.wait_for_no_toast(2)
+        self.assertLess(time.monotonic() - clicked, 2)
+        self.assert_quiet()
+
+    def test_a_second_click_copies_nothing(self):
+        window = self.copy_and_wait()
+        self.copies(DATE, window)
+        screen.copy("something else")
+        x, y, width, height = screen.geometry(window)
+        screen.click(x + width // 3, y + height // 2)
+        self.wait_for_no_toast(2)
+        self.assertEqual("something else", screen.clipboard())
+
+    def test_takes_the_keyboard_from_nobody(self):
+        other = self.other_program()
+        other.click()
+        self.eventually_equal(other.title, screen.focused)
+        window = self.copy_and_wait()
+        self.assertEqual(other.title, screen.focused())
+        self.copies(DATE, window)
+        self.assertEqual(other.title, screen.focused())
+
+    def test_does_not_come_while_the_converter_is_open(self):
+        self.open_panel()
+        screen.copy(TEXT)
+        self.assertIsNone(until(self.toast, 0.6))
+        self.assertTrue(self.panel())
+        screen.key("Escape")
+        self.wait_for_no_panel()
+        self.assert_quiet()
+
+    def test_does_not_close_the_converter_that_opens_beside_it(self):
+        self.copy_and_wait()
+        self.open_panel()
+        self.wait_for_no_toast()
+        self.assertTrue(self.panel())
+
+    def test_our_own_copy_brings_only_its_confirmation(self):
+        screen.copy("nothing")
+        self.open_panel()
+        screen.type_text(TEXT)
+        self.eventually_equal(TEXT, lambda: accessibility.row_values().get("Unix (s)"))
+        screen.key("Return")
+        window = self.eventually(lambda: screen.window(COPIED), "nothing confirms the copy")
+        x, y, width, height = screen.geometry(window)
+        self.assertLessEqual(abs(x - (SCREEN[0] - width) / 2), 1)
+        self.assertEqual(SCREEN[1] - 60, y + height)
+        self.assertIn("Copied", accessibility.labels())
+        self.assertEqual(TEXT, screen.clipboard())
+        self.eventually(lambda: not screen.window(COPIED), "the confirmation stays")
+        self.assertIsNone(self.toast())
+        self.assert_quiet()
+
+    def test_the_pointer_goes_through_the_confirmation(self):
+        other = self.other_program(place="+620+790")
+        self.open_panel()
+        screen.type_text(TEXT)
+        self.eventually_equal(TEXT, lambda: accessibility.row_values().get("Unix (s)"))
+        screen.key("Return")
+        window = self.eventually(lambda: screen.window(COPIED))
+        x, y, width, height = screen.geometry(window)
+        screen.click(x + width // 2, y + height // 2)
+        self.eventually_equal(other.title, screen.focused)
+
+    def test_nothing_is_watched_where_the_user_does_not_want_it(self):
+        self.program.end()
+        program.set_preferences(clipboardMonitorEnabled=False)
+        self.program.start()
+        self.assertFalse(self.program.status()["clipboard"]["watching"])
+        screen.copy(TEXT)
+        self.assertIsNone(until(self.toast, 0.7))
+
+    def test_says_that_it_watches(self):
+        status = self.program.status()["clipboard"]
+        self.assertEqual({"backend": "x11", "watching": True, "reason": ""}, status)
+
+    def test_wakes_once_after_a_stop(self):
+        os.kill(self.program.process.pid, signal.SIGSTOP)
+        screen.copy("1600000000")
+        screen.copy(TEXT)
+        time.sleep(0.5)
+        os.kill(self.program.process.pid, signal.SIGCONT)
+        self.wait_for_toast()
+        self.eventually(self.says(TEXT))
+        self.assertFalse(self.says("1600000000")())
+
+
+if __name__ == "__main__":
+    case.main()
