@@ -31,8 +31,8 @@ STAND_INS = {
     "id": 'cat "$STAGE/uid"',
 }
 PROGRAM = ('#!/bin/bash\n[ "$1" != show ] || [ -e "$STAGE/runs" ] || exit 3\n'
-           '[ "$1" != --background ] || touch "$STAGE/runs"\n'
-           'printf "<%s>" "$@"; echo\n[ "$*" != "convert" ] || cat\n')
+           'printf "<%s>" "$@"; echo\n[ "$*" != "convert" ] || cat\n'
+           '[ "$1" != --background ] || touch "$STAGE/runs"\n')
 
 
 class Run(unittest.TestCase):
