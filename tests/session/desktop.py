@@ -156,6 +156,15 @@ def start_x_server(size, log=None):
 
 def name_is_owned(name):
     """Whether somebody owns a name on the session bus."""
-    answer = run("gdbus", "call", "--session", "-d", "org.freedesktop.DBus", "-o",
-                 "/org/freedesktop/DBus", "-m", "org.freedesktop.DBus.NameHasOwner", name)
-    return "true" in answer.stdout
+    return "true" in _ask_bus("NameHasOwner", name)
+
+
+def owner_of_name(name):
+    """The process that owns a name on the session bus; None where there is none."""
+    words = _ask_bus("GetConnectionUnixProcessID", name).strip("(),\n").split()
+    return int(words[-1]) if words else None
+
+
+def _ask_bus(method, *words):
+    return run("gdbus", "call", "--session", "-d", "org.freedesktop.DBus", "-o",
+               "/org/freedesktop/DBus", "-m", "org.freedesktop.DBus." + method, *words).stdout

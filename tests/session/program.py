@@ -4,7 +4,7 @@ import os
 import plistlib
 import shutil
 
-from desktop import name_is_owned
+from desktop import owner_of_name
 from processes import end, run, start, until
 
 BUS_NAME = "org.horalo.Horalo"
@@ -54,7 +54,9 @@ class Program:
     def start(self, *words, wait=True):
         self.process = start(self.path, *words, env=self.env, log=self.log)
         if wait:
-            ready = until(lambda: self.process.poll() is not None or name_is_owned(BUS_NAME), 15)
+            # The bus may not have heard yet that the program of the test before has ended.
+            ready = until(lambda: self.process.poll() is not None or
+                          owner_of_name(BUS_NAME) == self.process.pid, 15)
             if not ready or self.process.poll() is not None:
                 raise RuntimeError("the program does not start (%s)" % self.process.poll())
         return self
