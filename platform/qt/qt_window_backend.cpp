@@ -25,6 +25,17 @@ qint64 areaOf(const QRect& rect) {
   return rect.isEmpty() ? 0 : qint64{rect.width()} * rect.height();
 }
 
+bool isFrameless(const QWidget& window) {
+  return window.windowFlags().testFlag(Qt::FramelessWindowHint);
+}
+
+// Some window managers put every window into a frame, and Qt may measure that of one without a
+// frame while it is still being made: it then takes the window for one pixel high until its next
+// show.
+QRect frameOf(const QWidget& window) {
+  return isFrameless(window) ? window.geometry() : window.frameGeometry();
+}
+
 Qt::WindowFlags flagsOf(WindowRole role) {
   constexpr Qt::WindowFlags floating =
       Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
@@ -53,11 +64,16 @@ void QtWindowBackend::configure(QWidget& window, WindowRole role) {
 }
 
 void QtWindowBackend::setFrameOrigin(QWidget& window, Point origin) {
-  window.move(toQt(origin, window.frameGeometry().height(), primaryBottom()));
+  const QPoint corner = toQt(origin, frameOf(window).height(), primaryBottom());
+  if (isFrameless(window)) {
+    window.setGeometry({corner, window.size()});
+  } else {
+    window.move(corner);
+  }
 }
 
 Rect QtWindowBackend::frame(const QWidget& window) const {
-  return fromQt(window.frameGeometry(), primaryBottom());
+  return fromQt(frameOf(window), primaryBottom());
 }
 
 void QtWindowBackend::orderFront(QWidget& window, std::uint32_t) {
@@ -77,7 +93,7 @@ std::optional<ScreenFrames> QtWindowBackend::screenOf(const QWidget& window) con
   const QScreen* best = nullptr;
   qint64 most = 0;
   for (const QScreen* screen : QGuiApplication::screens()) {
-    const qint64 shown = areaOf(screen->geometry().intersected(window.frameGeometry()));
+    const qint64 shown = areaOf(screen->geometry().intersected(frameOf(window)));
     if (shown <= most) continue;
     most = shown;
     best = screen;

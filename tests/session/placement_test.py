@@ -3,6 +3,7 @@ import case
 import program
 import screen
 from case import SessionTest
+from processes import run
 
 WIDTH, HEIGHT = 480, 280
 # A place on the panel's background: left of the magnifying glass.
@@ -25,6 +26,19 @@ class PlacementTest(SessionTest):
         screen.drag(start, *[(start[0] + dx, start[1] + dy) for dx, dy in steps], release=release)
 
     def test_opens_above_the_middle(self):
+        self.open_panel()
+        self.assertEqual(self.home(), self.place())
+
+    def test_opens_there_again_whatever_frame_it_seems_to_have(self):
+        # A window manager that is slow to put a new window into a frame makes it seem to have one
+        # of another size. The program looks at it when the window moves.
+        window = self.open_panel()
+        run("xprop", "-id", str(window), "-f", "_NET_FRAME_EXTENTS", "32c",
+            "-set", "_NET_FRAME_EXTENTS", "0, 0, 0, 100")
+        run("xdotool", "windowmove", str(window), "300", "300")
+        self.eventually_equal((300, 300), self.place)
+        screen.press_shortcut()
+        self.wait_for_no_panel()
         self.open_panel()
         self.assertEqual(self.home(), self.place())
 
