@@ -32,8 +32,10 @@ class BadOwnersTest(ToastCase):
     def test_the_program_answers_whatever_its_other_side_does(self):
         pid = self.program.process.pid
         self.copy_and_wait()
+        self.wait_for_no_toast()
         self.open_panel()
         screen.key("Escape")
+        self.wait_for_no_panel()
         before = resident_memory(pid)
         for i, words in enumerate(BEHAVIOURS):
             with self.subTest(owner=" ".join(words)):
@@ -46,10 +48,11 @@ class BadOwnersTest(ToastCase):
                     asked = time.monotonic()
                     self.assertEqual(0, self.program.ask("status").returncode)
                     longest = max(longest, time.monotonic() - asked)
-                # Each is a process of its own, on a machine that has other work.
-                self.assertLess(longest, 0.4)
+                # Each is a process of its own, on a machine that has other work. A program that
+                # waited for its other side would not answer for a second at least.
+                self.assertLess(longest, 0.9)
         self.assertEqual(10, len(BEHAVIOURS))
-        self.assertLess(resident_memory(pid), before + 8)
+        self.eventually(lambda: resident_memory(pid) < before + 8, "memory is gone")
         self.assert_quiet()
 
 

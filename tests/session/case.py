@@ -32,16 +32,25 @@ class SessionTest(unittest.TestCase):
         self.program.start()
         self.addCleanup(self.program.end)
 
-    def eventually(self, condition, message=None, seconds=5.0):
-        """Waits for something to become true, and fails where it does not."""
+    def eventually(self, condition, message=None, seconds=20.0):
+        """Waits for something to become true, and fails where it does not. The time is that of a
+        machine with much other work; a limit that a user would notice is given where it is meant."""
         answer = until(condition, seconds)
         if not answer:
             self.fail(message or "it did not happen within %s s" % seconds)
         return answer
 
-    def eventually_equal(self, wanted, function, seconds=5.0):
-        until(lambda: function() == wanted, seconds)
-        self.assertEqual(wanted, function())
+    def eventually_equal(self, wanted, function, seconds=20.0):
+        """Waits until the function gives what is wanted; what it gave last tells of a failure."""
+        last = []
+
+        def is_wanted():
+            last[:] = [function()]
+            return last[0] == wanted
+
+        if not until(is_wanted, seconds):
+            self.assertEqual(wanted, last[0] if last else None)
+            self.fail("there was no %r within %s s" % (wanted, seconds))
 
     def panel(self):
         return screen.window("Horalo")

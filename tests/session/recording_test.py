@@ -41,7 +41,8 @@ class RecordingTest(SessionTest):
         super().setUp()
         self.assertEqual(0, self.program.ask("settings").returncode)
         self.eventually_equal("Horalo Settings", screen.focused)
-        self.recorder = accessibility.find("push button", "Keyboard shortcut", showing=False)
+        self.recorder = self.eventually(
+            lambda: accessibility.find("push button", "Keyboard shortcut", showing=False))
 
     def record(self, keys, text):
         accessibility.press(self.recorder)
@@ -59,7 +60,8 @@ class RecordingTest(SessionTest):
         self.record_all(10)
         memory, files = kilobytes(pid), open_files(pid)
         self.record_all(ROUNDS)
-        self.assertEqual(files, open_files(pid))
+        # A connection may be made late, for once; what a recording left would be many.
+        self.eventually(lambda: open_files(pid) <= files + 3, "files stay open")
         self.assertLess(kilobytes(pid) - memory, 128, "kB more after %d recordings" % (2 * ROUNDS))
 
         (_, _, first_key, first_modifiers), (_, _, last_key, last_modifiers) = SHORTCUTS

@@ -1,23 +1,17 @@
 """Two monitors: the panel and the toasts open on the one with the pointer."""
 import case
 import screen
-from case import SessionTest
-from toast_case import TITLE
+from toast_case import ToastCase
 
 
-class ScreensTest(SessionTest):
+class ScreensTest(ToastCase):
     preferences = {"clipboardMonitorEnabled": True, "toastPosition": "topLeft"}
 
     def test_shows_a_toast_on_the_screen_with_the_pointer(self):
-        for pointer, left in ((700, 0), (1440 + 300, 1440)):
-            screen.move(pointer, 500)
-            screen.copy("1704067200")
-            self.eventually_equal((left + 12, 12), self.toast_place)
-
-    @staticmethod
-    def toast_place():
-        toast = screen.window(TITLE)
-        return screen.geometry(toast)[:2] if toast else None
+        for left in (0, 1440):
+            window = self.copy_and_wait(pointer=(left + 60, 50))
+            self.assertEqual((left + 12, 12), screen.geometry(window)[:2])
+            self.wait_for_no_toast()
 
     def test_opens_on_the_screen_with_the_pointer(self):
         screen.move(700, 400)

@@ -8,7 +8,7 @@ import program
 import screen
 import tray
 from case import SessionTest
-from processes import run
+from processes import run, until
 
 SWITCHES = {"Launch at login": ("launchAtLogin", False),
             "Show menu bar icon": ("showMenuBarIcon", True),
@@ -27,7 +27,8 @@ class SettingsTest(SessionTest):
         return self.eventually(lambda: accessibility.find("check box", name, showing=False), name)
 
     def recorder(self):
-        return accessibility.find("push button", "Keyboard shortcut", showing=False)
+        return self.eventually(
+            lambda: accessibility.find("push button", "Keyboard shortcut", showing=False))
 
     def start_recording(self):
         accessibility.press(self.recorder())
@@ -100,7 +101,7 @@ class SettingsTest(SessionTest):
         screen.key("alt+F4")
         self.eventually(lambda: not screen.windows("Horalo Settings"))
         run("xdotool", "key", "shift+super+e")
-        self.assertFalse(self.program.status()["panel"]["visible"])
+        self.assertIsNone(until(self.panel, 0.3))
         run("xdotool", "key", "ctrl+alt+shift+super+k")
         self.wait_for_panel()
 

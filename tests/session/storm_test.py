@@ -5,8 +5,9 @@ import subprocess
 
 import accessibility
 import case
+import screen
 from processes import end, start, until
-from toast_case import ToastCase
+from toast_case import ON_IT, ToastCase
 
 COPIES = 10000
 
@@ -29,13 +30,14 @@ class StormTest(ToastCase):
         self.copy_and_wait()
         self.wait_for_no_toast()
         memory = resident_memory(pid)
+        screen.move(*ON_IT)
         storm = start(os.environ["HORALO_BAD_OWNER"], "flood", str(COPIES), "1000", "170000000",
                       stdout=subprocess.PIPE)
         self.addCleanup(storm.stdout.close)
         self.addCleanup(end, storm)
         self.assertEqual(b"ready\n", storm.stdout.readline())
         self.assertEqual(b"done\n", storm.stdout.readline())
-        self.eventually(self.says("170000000%d" % COPIES))
+        self.wait_for_text("170000000%d" % COPIES)
         self.wait_for_no_toast()
         used = processor_seconds(pid)
         self.assertIsNone(until(self.toast, 2))
