@@ -88,7 +88,16 @@ bool LoginItem::isEnabled() const {
 }
 
 void LoginItem::repair() const {
-  if (isEnabled() && !read(entry_).contains(execLine(program_).c_str())) setEnabled(true);
+  if (!isEnabled()) return;
+  QByteArray text = read(entry_);
+  const QByteArray wanted = QByteArray::fromStdString(execLine(program_));
+  if (text.contains(wanted)) return;
+  // What else the user, or the desktop's own settings, have put there stays.
+  const qsizetype start = text.indexOf("\nExec=") + 1;
+  if (start == 0) return setEnabled(true);
+  const qsizetype end = text.indexOf('\n', start);
+  text.replace(start, end < 0 ? text.size() - start : end + 1 - start, wanted);
+  write(entry_, text);
 }
 
 }  // namespace horalo

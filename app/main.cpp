@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QSessionManager>
 #include <cstdio>
 #include <optional>
 #include <string_view>
@@ -64,6 +65,14 @@ int run(bool background, Relaunch& relaunch) {
   QApplication::setDesktopFileName(QStringLiteral("org.horalo.Horalo"));
   QApplication::setQuitOnLastWindowClosed(false);
   signals.onTermination([] { QApplication::quit(); });
+  // A session manager that starts again what was running would start a second one.
+  const auto startAtLoginAlone = [](QSessionManager& manager) {
+    manager.setRestartHint(QSessionManager::RestartNever);
+  };
+  QObject::connect(&application, &QGuiApplication::commitDataRequest, &application,
+                   startAtLoginAlone, Qt::DirectConnection);
+  QObject::connect(&application, &QGuiApplication::saveStateRequest, &application,
+                   startAtLoginAlone, Qt::DirectConnection);
 
   Composition composition(session, *instance, relaunch);
   composition.start();

@@ -73,6 +73,22 @@ TEST_F(LoginItemTest, FollowsAProgramThatMoved) {
   EXPECT_EQ(read(entry_).find("/old/"), std::string::npos);
 }
 
+TEST_F(LoginItemTest, LeavesTheRestOfAnEntryThatItRepairs) {
+  LoginItem(entry_, "/old/horalo").setEnabled(true);
+  std::ofstream(entry_, std::ios::app) << "X-GNOME-Autostart-enabled=false\n";
+  LoginItem(entry_, "/new/horalo").repair();
+  const std::string text = read(entry_);
+  EXPECT_NE(text.find("\nExec=\"/new/horalo\" --background\nIcon="), std::string::npos) << text;
+  EXPECT_NE(text.find("\nX-GNOME-Autostart-enabled=false\n"), std::string::npos);
+}
+
+TEST_F(LoginItemTest, WritesAnEntryWithoutACommandAnew) {
+  fs::create_directories(entry_.parent_path());
+  std::ofstream(entry_) << "[Desktop Entry]\nType=Application\n";
+  LoginItem(entry_, "/new/horalo").repair();
+  EXPECT_NE(read(entry_).find("\nExec=\"/new/horalo\" --background\n"), std::string::npos);
+}
+
 TEST_F(LoginItemTest, RepairMakesNoEntry) {
   LoginItem(entry_, "/new/horalo").repair();
   EXPECT_FALSE(fs::exists(entry_));
