@@ -117,8 +117,10 @@ void AppDelegate::observeNotifications() {
                  [this](const std::any&) { updateMenuBarIconVisibility(); });
   center.observe(notification::updateCheckIntervalDidChange,
                  [this](const std::any&) { configureUpdater(); });
-  center.observe(notification::clipboardMonitorSettingDidChange,
-                 [this](const std::any&) { clipboard_.updateClipboardMonitor(); });
+  center.observe(notification::clipboardMonitorSettingDidChange, [this](const std::any&) {
+    clipboard_.updateClipboardMonitor();
+    if (clipboard_.isWatching()) conversionToast_.prepareSoon();
+  });
   center.observe(notification::appDidCopyToClipboard,
                  [this](const std::any&) { clipboard_.suppressNextChange(); });
 }

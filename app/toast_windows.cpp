@@ -17,6 +17,9 @@ class ViewWindow : public Interface {
   ViewWindow(WindowBackend& backend, WindowRole role) : backend_(backend) {
     view_.setAttribute(Qt::WA_QuitOnClose, false);
     backend_.configure(view_, role);
+    backend_.onCompositingChanged([this] {
+      if (view_.isVisible()) updateBackdrop();
+    });
   }
 
   Size fittingSize() const override {
@@ -25,7 +28,7 @@ class ViewWindow : public Interface {
   void setFrameOrigin(Point origin) override { backend_.setFrameOrigin(view_, origin); }
 
   void orderFront() override {
-    view_.setBackdrop(backend_.isComposited() ? Backdrop::translucent : Backdrop::opaque);
+    updateBackdrop();
     backend_.orderFront(view_, 0);
   }
   void orderOut() override { view_.hide(); }
@@ -38,6 +41,10 @@ class ViewWindow : public Interface {
   View view_;
 
  private:
+  void updateBackdrop() {
+    view_.setBackdrop(backend_.isComposited() ? Backdrop::translucent : Backdrop::opaque);
+  }
+
   WindowBackend& backend_;
 };
 

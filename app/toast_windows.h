@@ -8,7 +8,7 @@ namespace horalo {
 
 class WindowBackend;
 
-// The toasts' views as windows of the desktop. `backend` must outlive them.
+// The toasts' views as windows of the desktop. They live as long as `backend` tells of anything.
 std::unique_ptr<ConversionToastWindow> makeConversionToastWindow(WindowBackend& backend);
 std::unique_ptr<ToastWindow> makeCopiedToastWindow(WindowBackend& backend);
 

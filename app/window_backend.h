@@ -53,6 +53,7 @@ class WindowBackend {
   // Whether transparent pixels show what lies behind, and whether that can be blurred.
   virtual bool isComposited() const = 0;
   virtual bool canBlur() const = 0;
+  // Calls `changed`, for as long as the backend lives, whenever either may have changed.
   virtual void onCompositingChanged(std::function<void()> changed) = 0;
 
   // Asks for a blur behind a window with corners of `radius`; nothing happens where there is none.

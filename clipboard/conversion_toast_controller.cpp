@@ -22,6 +22,12 @@ void ConversionToastController::prepare() {
   window_->setToast(makeToast({}, {environment_.rows.clock.now(), source::Now{}, TimeZone::utc()}));
 }
 
+void ConversionToastController::prepareSoon() {
+  environment_.timers.after(kSoon, [this, alive = std::weak_ptr(alive_)] {
+    if (!alive.expired()) prepare();
+  });
+}
+
 void ConversionToastController::showConversionToast(const std::string& input,
                                                     const ConversionResult& result) {
   if (environment_.isConverterVisible()) return;

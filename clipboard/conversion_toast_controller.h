@@ -22,6 +22,7 @@ namespace horalo {
 class ConversionToastController {
  public:
   static constexpr double kShownFor = 3.0;  // seconds
+  static constexpr double kSoon = 0.2;
 
   // What the controller needs; all must outlive it.
   struct Environment {
@@ -38,8 +39,10 @@ class ConversionToastController {
 
   explicit ConversionToastController(Environment environment);
 
-  // Makes what the first toast needs, so that it comes as soon as those after it.
+  // Makes what the first toast needs, so that it comes as soon as those after it; or a little
+  // later, once a switch that was just turned has come to rest.
   void prepare();
+  void prepareSoon();
 
   // `input`: what was copied. Nothing happens while the converter is open.
   void showConversionToast(const std::string& input, const ConversionResult& result);

@@ -3,6 +3,7 @@
 namespace horalo {
 
 void ToastFade::in() {
+  isOut_ = false;
   const bool atOnce = window_.reducesMotion();
   window_.setAlpha(atOnce ? 1 : 0);
   window_.orderFront();
@@ -10,11 +11,17 @@ void ToastFade::in() {
 }
 
 void ToastFade::out() {
-  if (window_.reducesMotion()) return window_.orderOut();
+  if (isOut_) return;
+  if (window_.reducesMotion()) return orderOut();
   window_.animateAlpha(0, kFadeOut);
   timers_.after(kFadeOut, [this, alive = std::weak_ptr(alive_)] {
-    if (!alive.expired()) window_.orderOut();
+    if (!alive.expired()) orderOut();
   });
+}
+
+void ToastFade::orderOut() {
+  isOut_ = true;
+  window_.orderOut();
 }
 
 }  // namespace horalo

@@ -18,11 +18,15 @@ class ToastFade {
   ToastFade(ToastWindow& window, Timers& timers) : window_(window), timers_(timers) {}
 
   void in();
+  // Nothing happens where the window is out already.
   void out();
 
  private:
+  void orderOut();
+
   ToastWindow& window_;
   Timers& timers_;
+  bool isOut_ = true;
   std::shared_ptr<char> alive_ = std::make_shared<char>();  // gone with this object
 };
 

@@ -50,7 +50,11 @@ bool X11WindowBackend::canBlur() const {
 }
 
 void X11WindowBackend::onCompositingChanged(std::function<void()> changed) {
-  selections_.observe(kCompositor, std::move(changed));
+  compositingObservers_.push_back(std::move(changed));
+  if (compositingObservers_.size() > 1) return;
+  selections_.observe(kCompositor, [this] {
+    for (const auto& observer : compositingObservers_) observer();
+  });
 }
 
 void X11WindowBackend::setBlurBehind(QWidget& window, double radius) {

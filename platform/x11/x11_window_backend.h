@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include "platform/qt/qt_window_backend.h"
 #include "platform/x11/desktop_properties.h"
 #include "platform/x11/regained_focus.h"
@@ -27,6 +30,7 @@ class X11WindowBackend final : public QtWindowBackend {
   SelectionWatch& selections_;
   mutable DesktopProperties properties_;
   RegainedFocus regainedFocus_;
+  std::vector<std::function<void()>> compositingObservers_;
 };
 
 }  // namespace horalo

@@ -76,6 +76,21 @@ TEST_F(ToastWindowsTest, followACompositorThatComesOrGoesBetweenTwoShows) {
   EXPECT_TRUE(widget().mask().isEmpty());
 }
 
+TEST_F(ToastWindowsTest, followACompositorThatComesOrGoesWhileTheyAreShown) {
+  const auto conversion = makeConversionToastWindow(backend_);
+  conversion->setToast(toast("1"));
+  conversion->orderFront();
+  const auto copied = makeCopiedToastWindow(backend_);
+  copied->orderFront();
+  ASSERT_EQ(backend_.roles.size(), 2U);
+  for (const bool composited : {false, true}) {
+    backend_.setComposited(composited);
+    for (const auto& [window, role] : backend_.roles) {
+      EXPECT_EQ(window->mask().isEmpty(), composited) << window->windowTitle().toStdString();
+    }
+  }
+}
+
 TEST_F(ToastWindowsTest, tellWhetherMotionIsWanted) {
   const auto window = makeCopiedToastWindow(backend_);
   DesktopAppearance still;

@@ -160,6 +160,23 @@ TEST_F(ConversionToastTest, copiesTheDateOnceAndGoesSoonAfter) {
   EXPECT_THAT(window_.calls, ElementsAre("out"));
 }
 
+// A toast that goes under the pointer is left by it.
+TEST_F(ConversionToastTest, thePointersLeavingAfterItsEndDoesNotEndTheNextOne) {
+  show("1");
+  window_.toast->setHovered(true);
+  window_.toast->tap();
+  timers_.advance(0.8);
+  EXPECT_FALSE(window_.isVisible);
+  window_.toast->setHovered(false);
+  window_.calls.clear();
+  timers_.advance(3.1);
+  EXPECT_THAT(window_.calls, IsEmpty());
+  show("2");
+  timers_.advance(0.2);
+  EXPECT_TRUE(window_.isVisible);
+  EXPECT_EQ(window_.alpha, 1);
+}
+
 TEST_F(ConversionToastTest, aFreshToastCanBeCopiedAgain) {
   show();
   window_.toast->tap();
@@ -216,6 +233,17 @@ TEST_F(ConversionToastTest, isPreparedUnseen) {
   EXPECT_EQ(windowsMade_, 1);
   controller_->prepare();
   EXPECT_EQ(window_.toast->texts().input, "1");
+}
+
+TEST_F(ConversionToastTest, canBePreparedALittleLater) {
+  controller_->prepareSoon();
+  EXPECT_EQ(windowsMade_, 0);
+  timers_.advance(0.2);
+  EXPECT_THAT(window_.calls, ElementsAre("content"));
+  controller_->prepareSoon();
+  controller_.reset();
+  timers_.advance(0.2);
+  EXPECT_EQ(windowsMade_, 1);
 }
 
 TEST_F(ConversionToastTest, mayBeDismissedBeforeItWasEverShown) {

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "app/window_backend.h"
 
@@ -25,7 +26,7 @@ class FakeWindowBackend final : public WindowBackend {
   // The compositor comes or goes.
   void setComposited(bool on) {
     composited = on;
-    if (compositingChanged_) compositingChanged_();
+    for (const auto& changed : compositingObservers_) changed();
   }
 
   void configure(QWidget& window, WindowRole role) override {
@@ -54,12 +55,12 @@ class FakeWindowBackend final : public WindowBackend {
   bool isComposited() const override { return composited; }
   bool canBlur() const override { return blurs; }
   void onCompositingChanged(std::function<void()> changed) override {
-    compositingChanged_ = std::move(changed);
+    compositingObservers_.push_back(std::move(changed));
   }
   void setBlurBehind(QWidget&, double) override {}
 
  private:
-  std::function<void()> compositingChanged_;
+  std::vector<std::function<void()>> compositingObservers_;
 };
 
 }  // namespace horalo
