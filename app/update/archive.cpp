@@ -3,6 +3,7 @@
 #include <archive.h>
 #include <archive_entry.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <memory>
@@ -11,6 +12,7 @@
 
 #include "app/update/bundle_path.h"
 #include "app/update/folder_writer.h"
+#include "app/update/tar_bytes.h"
 #include "preferences/property_list.h"
 
 namespace horalo {
@@ -18,6 +20,9 @@ namespace {
 
 using Failure = std::optional<UnpackFailure>;
 constexpr std::size_t kBlock = 128 * 1024;
+// Zeros behind the end of a tar archive, which fill its last record up; records are 10 kB by
+// custom.
+constexpr std::size_t kLongestFill = 1 << 20;
 
 Failure damaged() {
   return UnpackFailure{false, "the archive is damaged"};
@@ -47,32 +52,39 @@ ArchiveEntry describe(archive_entry* entry) {
   return described;
 }
 
+// Gives the reader of the tar archive its bytes.
+la_ssize_t readTar(archive*, void* bytes, const void** block) {
+  const auto next = static_cast<TarBytes*>(bytes)->next();
+  if (!next) return -1;
+  *block = next->data();
+  return static_cast<la_ssize_t>(next->size());
+}
+
+bool areZeros(std::span<const char> bytes) {
+  return std::all_of(bytes.begin(), bytes.end(), [](char c) { return c == 0; });
+}
+
 class Unpacking {
  public:
-  Unpacking(int folder, ArchiveLimits limits)
-      : reader_(archive_read_new(), archive_read_free), policy_(limits), writer_(folder) {}
+  Unpacking(QByteArrayView bytes, int folder, ArchiveLimits limits)
+      : tar_(bytes),
+        reader_(archive_read_new(), archive_read_free),
+        policy_(limits),
+        writer_(folder) {}
 
-  Failure run(QByteArrayView bytes) {
+  Failure run() {
     archive* const reader = reader_.get();
-    // A decompressor that the library would have to run as a program is none for us.
-    const bool ready =
-        reader != nullptr && archive_read_support_format_tar(reader) == ARCHIVE_OK &&
-        archive_read_support_filter_gzip(reader) == ARCHIVE_OK &&
-        archive_read_support_filter_xz(reader) == ARCHIVE_OK &&
-        archive_read_support_filter_zstd(reader) == ARCHIVE_OK &&
-        archive_read_open_memory(reader, bytes.data(), static_cast<std::size_t>(bytes.size())) ==
-            ARCHIVE_OK;
+    const bool ready = reader != nullptr && archive_read_support_format_tar(reader) == ARCHIVE_OK &&
+                       archive_read_open(reader, &tar_, nullptr, readTar, nullptr) == ARCHIVE_OK;
     if (!ready) return damaged();
-    while (true) {
+    for (bool isEmpty = true;; isEmpty = false) {
       archive_entry* entry = nullptr;
       const int status = archive_read_next_header(reader, &entry);
-      if (status == ARCHIVE_EOF) break;
+      if (status == ARCHIVE_EOF && !isEmpty) break;
       if (status != ARCHIVE_OK) return damaged();
       if (Failure failure = unpack(describe(entry))) return failure;
     }
-    if (archive_filter_bytes(reader, -1) != bytes.size())
-      return UnpackFailure{false, "something follows the archive"};
-    return std::nullopt;
+    return checkEnd();
   }
 
   UnpackedBundle bundle;
@@ -103,6 +115,21 @@ class Unpacking {
     }
   }
 
+  // Nothing follows the tar archive but what fills its last record up.
+  Failure checkEnd() {
+    const Failure more = UnpackFailure{false, "something follows the archive"};
+    auto fill = tar_.unread(archive_filter_bytes(reader_.get(), -1));
+    std::size_t length = 0;
+    do {
+      if (!fill) return damaged();
+      length += fill->size();
+      if (!areZeros(*fill) || length > kLongestFill) return more;
+      fill = tar_.next();
+    } while (!fill || !fill->empty());
+    return tar_.hasMore() ? more : std::nullopt;
+  }
+
+  TarBytes tar_;
   std::unique_ptr<archive, int (*)(archive*)> reader_;
   ArchivePolicy policy_;
   FolderWriter writer_;
@@ -113,8 +140,8 @@ class Unpacking {
 
 std::variant<UnpackedBundle, UnpackFailure> unpackArchive(QByteArrayView archive, int folder,
                                                           ArchiveLimits limits) {
-  Unpacking unpacking(folder, limits);
-  if (Failure failure = unpacking.run(archive)) return *std::move(failure);
+  Unpacking unpacking(archive, folder, limits);
+  if (Failure failure = unpacking.run()) return *std::move(failure);
   return std::move(unpacking.bundle);
 }
 

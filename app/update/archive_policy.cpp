@@ -26,6 +26,15 @@ std::string_view withoutSlash(std::string_view path) {
   return path;
 }
 
+// Names that differ in capitals only are one name on some disks.
+std::string inOneCase(std::string_view path) {
+  std::string lower(path);
+  for (char& c : lower) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return lower;
+}
+
 bool isPath(std::string_view path, int deepest) {
   for (int depth = 1; depth <= deepest; ++depth) {
     const auto slash = path.find('/');
@@ -52,7 +61,7 @@ std::optional<std::string> ArchivePolicy::refuse(const ArchiveEntry& entry) {
   if (top != top_ || !top.ends_with(kBundle) || top.size() == kBundle.size())
     return "a file outside of the program's folder";
   if (!isFolder && top == path) return "a file in place of the program's folder";
-  if (!seen_.emplace(path).second) return "the same file twice";
+  if (!seen_.insert(inOneCase(path)).second) return "the same file twice";
   if (entry.size < 0 || entry.size > limits_.bytes - bytes_) return "too many bytes";
   return std::nullopt;
 }

@@ -47,7 +47,7 @@ class ArchivePolicy {
   int entries_ = 0;
   std::int64_t bytes_ = 0;
   std::string top_;
-  std::set<std::string, std::less<>> seen_;
+  std::set<std::string> seen_;  // paths, in lower case
 };
 
 }  // namespace horalo

@@ -79,8 +79,10 @@ FileDescriptor FolderWriter::openFolder(std::string_view path) {
     const auto slash = path.find('/');
     const std::string name(path.substr(0, slash));
     path = slash == std::string_view::npos ? std::string_view() : path.substr(slash + 1);
-    if (mkdirat(folder.get(), name.c_str(), 0755) != 0 && errno != EEXIST) return {};
+    const bool isNew = mkdirat(folder.get(), name.c_str(), 0755) == 0;
+    if (!isNew && errno != EEXIST) return {};
     folder = FileDescriptor(openat(folder.get(), name.c_str(), kFolder));
+    if (isNew && folder && fchmod(folder.get(), 0755) != 0) return {};  // whatever the umask says
   }
   return folder;
 }

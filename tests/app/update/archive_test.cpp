@@ -118,6 +118,7 @@ TEST(Archive, refusesWhatDoesNotBelongIntoABundle) {
       {"a long name", file(top + std::string(201, 'a'))},
       {"thirty levels", file(deep)},
       {"the same again", file(top + "Contents/Info.plist", "again")},
+      {"the same in capitals", file(top + "Contents/INFO.PLIST", "again")},
       {"the folder again", {"Horalo.app/", kFolder, 0755, "", "", false}},
       {"a file as folder", file(top + "Contents/Info.plist/evil")},
       {"link to a file", {top + "l", 0120000, 0777, "", "/etc/passwd", false}},
@@ -138,7 +139,7 @@ TEST(Archive, refusesWhatDoesNotBelongIntoABundle) {
     }
     ++cases;
   }
-  EXPECT_EQ(cases, 33);
+  EXPECT_EQ(cases, 34);
 }
 
 TEST(Archive, refusesToWriteThroughALinkThatItBrought) {
@@ -177,6 +178,40 @@ TEST(Archive, refusesWhatIsNone) {
   EXPECT_NE(Unpacked(gzip + "trailing").failure(), "");
 }
 
+// Archivers fill the last record of a tar up with zeros, wherever in a block of the compression
+// that comes to lie.
+TEST(Archive, mayEndInAFullRecord) {
+  constexpr qsizetype record = 10'240;
+  int cases = 0;
+  for (std::size_t size = 50'000; size < 75'000; size += 1024) {
+    QByteArray tar =
+        makeTar(goodAnd(file("Horalo.app/f", std::string(size, 'f'))), Compression::none);
+    tar.append((record - tar.size() % record) % record, '\0');
+    for (const auto compression :
+         {Compression::none, Compression::gzip, Compression::xz, Compression::zstd}) {
+      EXPECT_EQ(Unpacked(compressed(tar, compression)).failure(), "")
+          << size << " in compression " << static_cast<int>(compression);
+      ++cases;
+    }
+  }
+  EXPECT_EQ(cases, 100);
+}
+
+TEST(Archive, endsWithNothingElse) {
+  const QByteArray tar = makeTar(goodEntries(), Compression::none);
+  const QByteArray fill(5000, '\0');
+  for (const auto compression :
+       {Compression::none, Compression::gzip, Compression::xz, Compression::zstd}) {
+    EXPECT_NE(Unpacked(compressed(tar + fill + 'x', compression)).failure(), "");
+    EXPECT_NE(Unpacked(compressed(tar + 'x' + fill, compression)).failure(), "");
+    EXPECT_NE(Unpacked(compressed(tar + fill + tar, compression)).failure(), "");
+    EXPECT_NE(Unpacked(compressed(tar + QByteArray(50'000'000, '\0'), compression)).failure(), "");
+    if (compression == Compression::none) continue;
+    EXPECT_NE(Unpacked(compressed(tar + fill, compression) + 'x').failure(), "");
+    EXPECT_NE(Unpacked(compressed(tar + fill, compression).chopped(1)).failure(), "");
+  }
+}
+
 TEST(Archive, findsEveryFlippedBit) {
   const QByteArray good = makeTar(goodEntries());
   int refused = 0;
@@ -202,6 +237,18 @@ TEST(Archive, hasAnEnd) {
   EXPECT_EQ(Unpacked(makeTar(big(90'000)), limits).failure(), "");
   EXPECT_NE(Unpacked(makeTar(big(100'000)), limits).failure(), "");
   EXPECT_NE(Unpacked(makeTar(big(50'000'000)), limits).failure(), "");
+}
+
+TEST(FolderWriter, givesEverybodyTheRightToRead) {
+  const TemporaryFolder folder;
+  const FileDescriptor parent(open((folder / "").c_str(), O_RDONLY | O_DIRECTORY));
+  const mode_t before = umask(077);
+  FolderWriter writer(parent.get());
+  EXPECT_TRUE(writer.makeFolder("a/b"));
+  EXPECT_TRUE(writer.makeFile("c/d", true));
+  umask(before);
+  for (const char* name : {"a", "a/b", "c", "c/d"})
+    EXPECT_EQ(fs::status(folder / name).permissions(), fs::perms(0755)) << name;
 }
 
 TEST(FolderWriter, removesATreeAndFollowsNoLink) {

@@ -71,12 +71,30 @@ UpdateKeys TestKey::keys() const {
   return UpdateKeys::parse({&text, 1}).value();
 }
 
+QByteArray compressed(const QByteArray& content, Compression compression) {
+  if (compression == Compression::none) return content;
+  QByteArray bytes;
+  archive* const writer = archive_write_new();
+  archive_write_set_format_raw(writer);
+  archive_write_set_bytes_in_last_block(writer, 1);
+  setCompression(writer, compression);
+  EXPECT_EQ(archive_write_open(writer, &bytes, nullptr, append, nullptr), ARCHIVE_OK);
+  archive_entry* const header = archive_entry_new();
+  archive_entry_set_filetype(header, AE_IFREG);
+  EXPECT_EQ(archive_write_header(writer, header), ARCHIVE_OK) << archive_error_string(writer);
+  EXPECT_EQ(archive_write_data(writer, content.data(), static_cast<std::size_t>(content.size())),
+            content.size());
+  archive_entry_free(header);
+  EXPECT_EQ(archive_write_close(writer), ARCHIVE_OK);
+  archive_write_free(writer);
+  return bytes;
+}
+
 QByteArray makeTar(const std::vector<TarEntry>& entries, Compression compression) {
   QByteArray bytes;
   archive* const writer = archive_write_new();
   archive_write_set_format_pax_restricted(writer);
   archive_write_set_bytes_in_last_block(writer, 1);
-  setCompression(writer, compression);
   EXPECT_EQ(archive_write_open(writer, &bytes, nullptr, append, nullptr), ARCHIVE_OK);
   for (const TarEntry& entry : entries) {
     archive_entry* const header = archive_entry_new();
@@ -95,7 +113,7 @@ QByteArray makeTar(const std::vector<TarEntry>& entries, Compression compression
   }
   EXPECT_EQ(archive_write_close(writer), ARCHIVE_OK);
   archive_write_free(writer);
-  return bytes;
+  return compressed(bytes, compression);
 }
 
 std::string TestBundle::info() const {

@@ -36,6 +36,9 @@ struct TarEntry {
 
 enum class Compression { none, gzip, bzip2, xz, zstd };
 
+QByteArray compressed(const QByteArray& content, Compression compression);
+
+// A tar archive without what fills its last record up.
 QByteArray makeTar(const std::vector<TarEntry>& entries, Compression compression = Compression::xz);
 
 struct TestBundle {
