@@ -1,5 +1,6 @@
 #include "app/update/agent_link.h"
 
+#include <poll.h>
 #include <signal.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
@@ -12,6 +13,7 @@ namespace horalo {
 namespace {
 
 constexpr qsizetype kLongestLine = 100;
+constexpr int kPatience = 5'000;  // milliseconds
 
 FileDescriptor peerOf(int socket) {
   ucred peer{};
@@ -33,6 +35,11 @@ void AgentLink::say(const char* line) {
 
 void AgentLink::killAgent() {
   syscall(SYS_pidfd_send_signal, process_.get(), SIGKILL, nullptr, 0);
+}
+
+void AgentLink::waitForEnd() const {
+  pollfd process{.fd = process_.get(), .events = POLLIN, .revents = 0};
+  poll(&process, 1, kPatience);
 }
 
 void AgentLink::receive() {

@@ -22,6 +22,9 @@ class AgentLink : public QObject {
   void say(const char* line);
   // Ends the program at the other end, where it does not answer.
   void killAgent();
+  // Once it is lost: waits until that program has ended and let go of everything, which a process
+  // does piece by piece; not for ever, for it might have closed the socket alone.
+  void waitForEnd() const;
 
  Q_SIGNALS:
   void show();

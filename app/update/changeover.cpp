@@ -36,6 +36,7 @@ void Changeover::begin() {
 void Changeover::agentLost() {
   if (!begun_) return;
   patience_.stop();
+  agent_.waitForEnd();
   if (!becoming_) {
     // It was the old version that ended badly. The new one is still to be tried.
     startProgram();
