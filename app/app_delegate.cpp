@@ -186,8 +186,10 @@ StatusReport AppDelegate::status() const {
   report.clipboard = environment_.pasteboard.status();
   report.isWatching = clipboard_.isWatching();
   report.panelIsVisible = panel_.isVisible();
-  report.updates.enabled = updater_ && environment_.preferences.updateCheckInterval() != 0;
-  if (!updater_) report.updates.reason = "Horalo does not run from an application bundle";
+  report.updates.reason =
+      updater_ ? updater_->obstacle() : "Horalo does not run from an application bundle";
+  report.updates.enabled =
+      report.updates.reason.empty() && environment_.preferences.updateCheckInterval() != 0;
   report.zone = environment_.rows.zones.current().identifier();
   report.tzdata = timeZoneDataRelease();
   return report;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace horalo {
 
 // Keeps the program up to date. There is one only where the program runs from an application
@@ -17,6 +19,10 @@ class Updater {
 
   // A check that the user asked for: it always ends in a window.
   virtual void checkForUpdates() = 0;
+
+  // Why this copy can never be updated; empty where nothing speaks against it. There are no
+  // automatic checks then.
+  virtual std::string obstacle() const = 0;
 };
 
 }  // namespace horalo

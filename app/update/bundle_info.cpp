@@ -1,6 +1,7 @@
 #include "app/update/bundle_info.h"
 
 #include <QFile>
+#include <algorithm>
 
 #include "app/update/bundle_path.h"
 #include "base/product_version.h"
@@ -34,6 +35,14 @@ std::vector<std::string> keysOf(const plist::Dictionary& dictionary) {
   return keys;
 }
 
+// Whether the text could be one of an Ed25519 key, and is not that of zeros alone.
+bool looksLikeKey(const std::string& text) {
+  constexpr qsizetype size = 32;
+  const auto decoded = QByteArray::fromBase64Encoding(QByteArray::fromStdString(text),
+                                                      QByteArray::AbortOnBase64DecodingErrors);
+  return decoded && decoded.decoded.size() == size && decoded.decoded != QByteArray(size, '\0');
+}
+
 }  // namespace
 
 BundleInfo parseBundleInfo(const QByteArray& document) {
@@ -53,6 +62,15 @@ BundleInfo readBundleInfo(const std::filesystem::path& bundle) {
   QFile file(QString::fromStdString((bundle / kBundleInfo).string()));
   if (!file.open(QIODevice::ReadOnly)) return parseBundleInfo({});
   return parseBundleInfo(file.read(plist::kLongestDocument + 1));
+}
+
+std::string obstacleToUpdates(const BundleInfo& info) {
+  if (info.keys.empty()) return "this bundle was made without a key to check updates with";
+  if (!std::all_of(info.keys.begin(), info.keys.end(), looksLikeKey))
+    return "a key of this bundle is not valid";
+  if (!info.feedUrl.isValid() || info.feedUrl.host().isEmpty())
+    return "this bundle does not say where to look for updates";
+  return {};
 }
 
 std::string runningVersion() {

@@ -26,6 +26,10 @@ BundleInfo parseBundleInfo(const QByteArray& document);
 // The same for a bundle on the disk.
 BundleInfo readBundleInfo(const std::filesystem::path& bundle);
 
+// Why a bundle that says so about itself can never be updated, as far as that can be told without
+// looking at its keys closely; empty where nothing speaks against it.
+std::string obstacleToUpdates(const BundleInfo& info);
+
 // The version of the program that runs, as people see it: that of its bundle, or where there is
 // none that of the build.
 std::string runningVersion();

@@ -9,6 +9,7 @@
 #include <cstring>
 #include <utility>
 
+#include "app/update/bundle_info.h"
 #include "app/update/bundle_path.h"
 #include "app/update/leftovers.h"
 #include "app/update/updater_process.h"
@@ -36,6 +37,7 @@ BundleUpdater::BundleUpdater(const std::filesystem::path& bundle,
     : bundle_(bundle),
       surroundings_(surroundings),
       hold_(hold(bundle)),
+      obstacle_(obstacleToUpdates(readBundleInfo(bundle))),
       state_(UpdateState::defaultPath(), surroundings.timers),
       schedule_(surroundings.timers, surroundings.clock, state_, [this] { checkQuietly(); }),
       trial_(surroundings.timers.make()) {
@@ -49,7 +51,7 @@ BundleUpdater::~BundleUpdater() {
 }
 
 void BundleUpdater::setAutomaticallyChecksForUpdates(bool automatically) {
-  schedule_.setAutomatic(automatically);
+  schedule_.setAutomatic(automatically && obstacle_.empty());
 }
 
 void BundleUpdater::setUpdateCheckInterval(double seconds) {

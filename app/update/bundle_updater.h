@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "app/update/relaunch.h"
 #include "app/update/update_schedule.h"
@@ -47,6 +48,7 @@ class BundleUpdater final : public Updater {
   void setAutomaticallyChecksForUpdates(bool automatically) override;
   void setUpdateCheckInterval(double seconds) override;
   void checkForUpdates() override;
+  std::string obstacle() const override { return obstacle_; }
 
  private:
   enum class Job { trial, check, sweep };
@@ -68,6 +70,7 @@ class BundleUpdater final : public Updater {
   // The bundle as it was at the start, wherever an update moves it. Nobody deletes it while this
   // holds its lock.
   FileDescriptor hold_;
+  std::string obstacle_;
   UpdateState state_;
   UpdateSchedule schedule_;
   std::optional<UpdaterLink> link_;  // while an updater runs

@@ -73,7 +73,10 @@ UpdateFlow::~UpdateFlow() {
 void UpdateFlow::check(bool askedByUser) {
   askedByUser_ = askedByUser;
   if (!keys_) {
-    fail(problem::badBundle(QStringLiteral("It has no valid key to check updates with.")));
+    fail(problem::badBundle(
+        installed_.info.keys.empty()
+            ? QStringLiteral("It was made without a key to check updates with.")
+            : QStringLiteral("One of its keys to check updates with is not valid.")));
     return;
   }
   if (!isAllowedUrl(installed_.info.feedUrl)) {

@@ -65,6 +65,27 @@ TEST(Bundle, keepsAKeyThatIsNoTextForOneThatIsWrong) {
       (std::vector<std::string>{"a"}));
 }
 
+TEST(Bundle, tellsWhyItCanNeverBeUpdated) {
+  BundleInfo info;
+  info.feedUrl = QUrl(QStringLiteral("https://example.org/feed"));
+  EXPECT_EQ(obstacleToUpdates(info), "this bundle was made without a key to check updates with");
+  info.keys = {TestKey().publicText()};
+  EXPECT_EQ(obstacleToUpdates(info), "");
+  info.keys = {TestKey().publicText(), TestKey().publicText()};
+  EXPECT_EQ(obstacleToUpdates(info), "");
+  for (const std::string& placeholder :
+       {std::string(), std::string("YOUR KEY HERE"), std::string(43, 'A') + "=",
+        TestKey().publicText() + "x", " " + TestKey().publicText()}) {
+    info.keys[1] = placeholder;
+    EXPECT_EQ(obstacleToUpdates(info), "a key of this bundle is not valid") << placeholder;
+  }
+  info.keys.pop_back();
+  for (const char* url : {"", "nonsense", "https://"}) {
+    info.feedUrl = QUrl(QString::fromLatin1(url), QUrl::StrictMode);
+    EXPECT_EQ(obstacleToUpdates(info), "this bundle does not say where to look for updates") << url;
+  }
+}
+
 TEST(Leftovers, areKnownByTheirNames) {
   const fs::path bundle = "/a/Horalo.app";
   EXPECT_EQ(leftoverPattern(bundle), ".Horalo.app.XXXXXX");
