@@ -11,13 +11,14 @@
 #include <string>
 #include <string_view>
 
+#include "engine/zone_file.h"
+
 namespace horalo {
 namespace {
 
 constexpr const char* kLocalTimeFile = "/etc/localtime";
 // Where the system keeps only a copy of the zone's file, this may name the zone.
 constexpr const char* kZoneNameFile = "/etc/timezone";
-constexpr std::string_view kDatabaseFolder = "/usr/share/zoneinfo/";
 
 // The identifier in the path of a zone's file: "/usr/share/zoneinfo/Europe/Paris" is
 // "Europe/Paris". Empty where the path is not inside a zone database.
@@ -40,6 +41,11 @@ TimeZone zoneOfVariable(std::string_view value) {
   return zone.value_or(TimeZone::utc());
 }
 
+FileVersion fileOfVariable(std::string_view value) {
+  if (value.starts_with(':')) value.remove_prefix(1);
+  return FileVersion::of(zoneFilePath(value));
+}
+
 // False where one of them is no file.
 bool haveSameBytes(const std::filesystem::path& path, const std::filesystem::path& other) {
   using Bytes = std::istreambuf_iterator<char>;
@@ -53,7 +59,7 @@ bool haveSameBytes(const std::filesystem::path& path, const std::filesystem::pat
 TimeZone zoneOfCopy() {
   std::string name;
   std::ifstream(kZoneNameFile) >> name;
-  if (haveSameBytes(kLocalTimeFile, std::filesystem::path(kDatabaseFolder) / name)) {
+  if (haveSameBytes(kLocalTimeFile, zoneFilePath(name))) {
     if (const std::optional<TimeZone> zone = TimeZone::find(name)) return *zone;
   }
   return TimeZone::ofFile(kLocalTimeFile).value_or(TimeZone::utc());
@@ -71,17 +77,19 @@ TimeZone zoneOfLink(std::string_view target) {
   return zoneOfCopy();
 }
 
-// The last answer, with the text it was the answer to: a zone is found by its name a hundred
-// thousand times for each time that somebody changes it.
+// The last answer, with what it was the answer to: a zone is found by its name a hundred thousand
+// times for each time that somebody changes it.
 struct LastAnswer {
   std::string question;
+  FileVersion version;
   std::optional<TimeZone> zone;
 
   template <typename Find>
-  const TimeZone& get(std::string_view text, Find find) {
-    if (!zone || question != text) {
+  const TimeZone& get(std::string_view text, const FileVersion& now, Find find) {
+    if (!zone || question != text || version != now) {
       zone = find(text);
       question = text;
+      version = now;
     }
     return *zone;
   }
@@ -95,7 +103,7 @@ TimeZone SystemZone::current() const {
   if (const char* variable = std::getenv("TZ"); variable != nullptr) {
     const std::string_view value = variable;
     if (value != ":/etc/localtime" && value != kLocalTimeFile) {
-      return ofVariable.get(value, zoneOfVariable);
+      return ofVariable.get(value, fileOfVariable(value), zoneOfVariable);
     }
   }
   std::array<char, 512> target{};
@@ -103,7 +111,7 @@ TimeZone SystemZone::current() const {
   const std::string_view link(target.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
   // A copy, or a link to a link, may become another zone and look the same from here.
   if (identifierInPath(link).empty()) return zoneOfLink(link);
-  return ofLink.get(link, zoneOfLink);
+  return ofLink.get(link, FileVersion::of(kLocalTimeFile), zoneOfLink);
 }
 
 TimeZone ZoneReadOnce::current() const {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "engine/posix_zone_rule.h"
+#include "engine/zone_file.h"
 
 namespace horalo {
 namespace {
@@ -71,8 +72,9 @@ TimeZone TimeZone::utc() {
 }
 
 std::optional<TimeZone> TimeZone::load(std::string_view nameOrPath) {
+  const std::optional<std::string> name = freshZoneName(nameOrPath);
   absl::TimeZone zone;
-  if (!absl::LoadTimeZone({nameOrPath.data(), nameOrPath.size()}, &zone)) return std::nullopt;
+  if (!name || !absl::LoadTimeZone(*name, &zone)) return std::nullopt;
   return TimeZone(nameOrPath, std::make_unique<FileZone>(zone));
 }
 

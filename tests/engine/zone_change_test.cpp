@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 
 #include "engine/current_zone.h"
 
@@ -62,6 +63,15 @@ TEST(SystemZone, FollowsTheComputerWhenItsZoneChanges) {
     std::filesystem::copy_file(std::string("/usr/share/zoneinfo/") + identifier, "/etc/localtime");
     writeFile("/etc/timezone", identifier);
     EXPECT_EQ(zone.current().identifier(), identifier);
+  }
+  // Also one that no name fits, which another program writes over.
+  writeFile("/etc/timezone", "Nowhere");
+  for (const auto& [identifier, offset] :
+       {std::pair("Asia/Tokyo", 32'400), {"Europe/Paris", 3'600}}) {
+    using std::filesystem::copy_options;
+    std::filesystem::copy_file(std::string("/usr/share/zoneinfo/") + identifier, "/etc/localtime",
+                               copy_options::overwrite_existing);
+    EXPECT_EQ(zone.current().offsetAt(Instant{1'704'067'200, 0}), offset);
   }
   linkLocalTime("zone");
   for (const char* identifier : {"Asia/Tokyo", "Europe/Paris"}) {
