@@ -38,6 +38,7 @@ void PanelController::togglePanel(std::uint32_t eventTime) {
 void PanelController::showPanel(std::uint32_t eventTime) {
   clearTimer_->stop();
   prepare();
+  if (!std::exchange(hasBeenShown_, true)) viewModel_->startFresh();
   // One that is already open gets the keyboard back, and keeps what its user has typed.
   if (!panel_->isVisible()) autoPasteFromClipboardIfEnabled();
   viewModel_->requestFocus();
@@ -53,8 +54,10 @@ void PanelController::prepare() {
   if (!viewModel_) {
     viewModel_ = environment_.makeViewModel();
     viewModel_->setResting(true);
-    QObject::connect(viewModel_.get(), &ConverterViewModel::inputChanged, viewModel_.get(),
-                     [this] { pendingPaste_.reset(); });
+    QObject::connect(viewModel_.get(), &ConverterViewModel::inputChanged, viewModel_.get(), [this] {
+      pendingPaste_.reset();
+      selectAllTimer_->stop();  // what is typed by now is to stay
+    });
   }
   if (!panel_) {
     panel_ = environment_.makePanel(*viewModel_);

@@ -54,6 +54,7 @@ class PanelController {
   Environment environment_;
   std::unique_ptr<ConverterViewModel> viewModel_;
   std::unique_ptr<PanelWindow> panel_;
+  bool hasBeenShown_ = false;
   std::unique_ptr<Timer> clearTimer_;
   std::unique_ptr<Timer> selectAllTimer_;
   // The clipboard's text that auto-paste waits for; given up when the panel closes or the input

@@ -76,6 +76,12 @@ void ConverterViewModel::requestFocus() {
   Q_EMIT focusRequested();
 }
 
+void ConverterViewModel::startFresh() {
+  Q_EMIT willChange();
+  isUTC_ = environment_.preferences.isUTC();
+  selectedTimezone_ = environment_.zones.current();
+}
+
 void ConverterViewModel::setResting(bool resting) {
   if (resting == resting_) return;
   resting_ = resting;

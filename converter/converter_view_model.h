@@ -54,6 +54,9 @@ class ConverterViewModel : public QObject {
   void toggleUTC();
   void setTimezone(const TimeZone& zone);
   void requestFocus();
+  // Takes the stored preference and the user's zone as they are now, like a new one; for one that
+  // was made some time before it is needed.
+  void startFresh();
 
   // While resting, as when the panel is hidden, nothing is refreshed; waking arms the timer anew
   // and publishes the result once.

@@ -95,6 +95,19 @@ TEST_F(PanelControllerTest, MakesPanelAndViewModelAtTheFirstShowAndKeepsThem) {
   EXPECT_THAT(record_, ElementsAre("show 77", "close", "show 0"));
 }
 
+// Made at the start of the program, but as it would be made at the first show.
+TEST_F(PanelControllerTest, WhatIsStoredCountsAtTheFirstShow) {
+  controller_.prepare();
+  preferences_.setIsUTC(true);
+  EXPECT_FALSE(viewModel_->isUTC());
+  controller_.showPanel();
+  EXPECT_TRUE(viewModel_->isUTC());
+  controller_.closePanel();
+  preferences_.setIsUTC(false);
+  controller_.showPanel();
+  EXPECT_TRUE(viewModel_->isUTC()) << "later it is the panel's own";
+}
+
 TEST_F(PanelControllerTest, ClosingAClosedPanelDoesNothing) {
   controller_.closePanel();
   controller_.showPanel();
@@ -238,6 +251,18 @@ TEST_F(PanelControllerTest, ALateAnswerDoesNotTouchWhatWasTyped) {
   viewModel_->setInput("to");
   EXPECT_EQ(pasteboard_.answerReads(), 0U);
   EXPECT_EQ(viewModel_->input(), "to");
+}
+
+TEST_F(PanelControllerTest, WhatIsTypedBeforeTheSelectionIsNotSelected) {
+  showWithClipboard("1700000000");
+  pasteboard_.answerReads();
+  controller_.closePanel();
+  controller_.showPanel();
+  pasteboard_.answerReads();
+  timers_.advance(0.02);
+  viewModel_->setInput("17000000001");
+  timers_.advance(1);
+  EXPECT_THAT(record_, testing::Not(testing::Contains("select all")));
 }
 
 TEST_F(PanelControllerTest, ALateAnswerDoesNotCountForAnotherShow) {
