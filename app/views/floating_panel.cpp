@@ -61,14 +61,30 @@ bool FloatingPanel::event(QEvent* event) {
   return QWidget::event(event);
 }
 
+bool FloatingPanel::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Hide) return false;
+  watched->removeEventFilter(this);
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        if (isVisible() && !isActiveWindow()) resignKey();
+      },
+      Qt::QueuedConnection);
+  return false;
+}
+
 void FloatingPanel::close() {
   hide();  // and resigns the keyboard, if the panel has it
   if (onClose_) onClose_();
 }
 
 void FloatingPanel::resignKey() {
-  // A menu of the panel's own takes the keyboard without taking it away.
-  if (QApplication::activePopupWidget() != nullptr) return;
+  // A menu of the panel's own takes the keyboard without taking it away; where another window took
+  // it meanwhile, the panel goes when the menu has gone.
+  if (QWidget* const popup = QApplication::activePopupWidget()) {
+    popup->installEventFilter(this);
+    return;
+  }
   hide();
   if (onClose_) onClose_();
 }

@@ -132,6 +132,20 @@ TEST(FloatingPanel, ItsOwnMenusDoNotCloseIt) {
   menu.close();
 }
 
+TEST(FloatingPanel, ClosesWithItsMenuWhereAnotherWindowTookTheKeyboardMeanwhile) {
+  Panel panel;
+  panel.show();
+  auto* menu = new QMenu(&panel.panel);
+  menu->addAction(QStringLiteral("item"));
+  menu->popup({0, 0});
+  QApplication::setActiveWindow(nullptr);
+  ASSERT_FALSE(panel.panel.isActiveWindow());
+  EXPECT_TRUE(panel.panel.isVisible());
+  menu->close();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !panel.panel.isVisible(); }));
+  EXPECT_THAT(panel.closings, Ge(1));
+}
+
 TEST(FloatingPanel, EscapeThatNobodyTookClosesIt) {
   Panel panel;
   panel.show();
