@@ -90,7 +90,8 @@ std::unique_ptr<PanelWindow> AppDelegate::makePanel(ConverterViewModel& viewMode
                                                .notifications = environment_.notifications,
                                                .pasteboard = environment_.pasteboard,
                                                .timers = environment_.timers,
-                                               .rowContext = environment_.rows};
+                                               .rowContext = environment_.rows,
+                                               .keyCodeOf = environment_.keyCodeOf};
   return std::make_unique<ConverterPanel>(
       environment, environment_.windows,
       ConverterView::Callbacks{.onDismiss = {},

@@ -22,6 +22,7 @@
 #include "engine/conversion_result.h"
 #include "engine/timestamp_parser.h"
 #include "hotkey/hotkeys_controller.h"
+#include "hotkey/views/command_key.h"
 #include "preferences/notification_center.h"
 #include "preferences/preferences.h"
 
@@ -41,6 +42,7 @@ class AppDelegate {
     Pasteboard& pasteboard;
     WindowBackend& windows;
     TrayBackend& tray;
+    KeyCodeOf keyCodeOf;
     std::string session;  // as `horalo status` names it
 
     // Nothing outside an application bundle. What goes wrong is told by the alert.

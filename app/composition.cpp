@@ -75,6 +75,7 @@ AppDelegate::Environment Composition::delegateEnvironment(const Session& session
       .pasteboard = *backends_.pasteboard,
       .windows = *backends_.windows,
       .tray = *backends_.tray,
+      .keyCodeOf = keyCodeOf,
       .session = std::string(nameOf(session.kind)),
       .makeUpdater = [this](UpdateAlert& alert) { return makeUpdater(alert); },
       .makeSettingsView = [this] { return makeSettingsView(); },

@@ -55,8 +55,12 @@ void InputStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
   QCommonStyle::drawPrimitive(element, option, painter, widget);
 }
 
-ConverterInput::ConverterInput(Pasteboard& pasteboard, Copy copy, QWidget* parent)
-    : QLineEdit(parent), pasteboard_(pasteboard), copy_(std::move(copy)) {
+ConverterInput::ConverterInput(Pasteboard& pasteboard, Copy copy, KeyCodeOf keyCodeOf,
+                               QWidget* parent)
+    : QLineEdit(parent),
+      pasteboard_(pasteboard),
+      copy_(std::move(copy)),
+      keyCodeOf_(std::move(keyCodeOf)) {
   setStyle(&inputStyle_);
   setFrame(false);
   setMaxLength(kLongestText);
@@ -126,12 +130,16 @@ bool ConverterInput::handleClipboardKey(const QKeyEvent& event) {
   return true;
 }
 
-// Command is the keyboard's Super key; the library's own bindings know Control alone.
+// Command is the keyboard's Super key; the library's own bindings know Control alone, and that with
+// Latin letters.
 bool ConverterInput::handleCommandKey(const QKeyEvent& event) {
   const auto modifiers = event.modifiers() & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
-  const bool shift = modifiers == (Qt::MetaModifier | Qt::ShiftModifier);
-  if (modifiers != Qt::MetaModifier && !shift) return false;
-  switch (event.key()) {
+  const bool shift = modifiers.testFlag(Qt::ShiftModifier);
+  const auto command = modifiers & ~Qt::ShiftModifier;
+  const Qt::Key key = commandKey(event, keyCodeOf_);
+  const bool isForeign = key != event.key();
+  if (command != Qt::MetaModifier && !(isForeign && command == Qt::ControlModifier)) return false;
+  switch (key) {
     case Qt::Key_A:
       selectAll();
       return true;

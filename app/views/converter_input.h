@@ -8,6 +8,7 @@
 #include <string>
 
 #include "clipboard/pasteboard.h"
+#include "hotkey/views/command_key.h"
 
 namespace horalo {
 
@@ -31,8 +32,9 @@ class ConverterInput : public QLineEdit {
   // Puts a text on the clipboard, as a copy of our own.
   using Copy = std::function<void(const std::string& text)>;
 
-  // `pasteboard` must outlive the field.
-  ConverterInput(Pasteboard& pasteboard, Copy copy, QWidget* parent = nullptr);
+  // `pasteboard` must outlive the field. Without `keyCodeOf` Command needs a Latin layout.
+  ConverterInput(Pasteboard& pasteboard, Copy copy, KeyCodeOf keyCodeOf = {},
+                 QWidget* parent = nullptr);
   ~ConverterInput() override;
 
   // Where the middle of capital letters lies, counted from the field's upper edge.
@@ -61,6 +63,7 @@ class ConverterInput : public QLineEdit {
 
   Pasteboard& pasteboard_;
   Copy copy_;
+  KeyCodeOf keyCodeOf_;
   InputStyle inputStyle_;
   std::unique_ptr<Pasteboard::Read> paste_;
   QTimer blink_;

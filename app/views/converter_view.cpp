@@ -29,7 +29,8 @@ ConverterView::ConverterView(const Environment& environment, Callbacks callbacks
       environment_(environment),
       callbacks_(std::move(callbacks)),
       inputRow_(
-          environment.pasteboard, [this](const std::string& text) { writeOwnCopy(text); }, this),
+          environment.pasteboard, [this](const std::string& text) { writeOwnCopy(text); },
+          environment.keyCodeOf, this),
       results_(this),
       error_(this),
       placeholder_(this),
@@ -123,18 +124,20 @@ bool ConverterView::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool ConverterView::handleKey(const QKeyEvent& event) {
-  if (isCommand(event) && event.key() == Qt::Key_Comma) {
+  const bool isHeld = isCommand(event);
+  const Qt::Key key = isHeld ? commandKey(event, environment_.keyCodeOf) : Qt::Key(event.key());
+  if (isHeld && key == Qt::Key_Comma) {
     callbacks_.onOpenSettings();
     return true;
   }
   if (!environment_.viewModel.result()) return false;
-  if (isCommand(event) && event.key() == Qt::Key_C) {
+  if (isHeld && key == Qt::Key_C) {
     const QString selected = results_.selectedText();
     if (selected.isEmpty()) return false;
     writeOwnCopy(selected.toStdString());
     return true;
   }
-  switch (event.key()) {
+  switch (key) {
     case Qt::Key_Up:
       select(std::max(0, selectedIndex_ - 1));
       return true;

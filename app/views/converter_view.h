@@ -35,6 +35,7 @@ class ConverterView : public QWidget {
     Pasteboard& pasteboard;
     Timers& timers;
     const RowContext& rowContext;
+    KeyCodeOf keyCodeOf = {};  // as the input wants it
   };
   struct Callbacks {
     std::function<void()> onDismiss;  // hides the panel

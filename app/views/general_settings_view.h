@@ -24,7 +24,7 @@ struct SettingsEnvironment {
   // reach the recorder.
   std::function<void(bool isRecording)> onRecordingChange;
   // See KeyRecorderView.
-  KeyRecorderView::KeyCodeOf keyCodeOf;
+  KeyCodeOf keyCodeOf;
   // Makes something that calls back after the stored values have changed, for as long as it lives.
   std::function<std::shared_ptr<void>(std::function<void()> changed)> watch;
 };

@@ -20,9 +20,10 @@ constexpr double kClearSize = 16;
 
 }  // namespace
 
-InputRow::InputRow(Pasteboard& pasteboard, ConverterInput::Copy copy, QWidget* parent)
+InputRow::InputRow(Pasteboard& pasteboard, ConverterInput::Copy copy, KeyCodeOf keyCodeOf,
+                   QWidget* parent)
     : QWidget(parent),
-      input_(pasteboard, std::move(copy), this),
+      input_(pasteboard, std::move(copy), std::move(keyCodeOf), this),
       clear_(Symbol::xmarkCircleFill, kClearSize, QStringLiteral("Clear"), this) {
   clear_.hide();
   connect(&input_, &QLineEdit::textChanged, this,

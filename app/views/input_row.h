@@ -14,7 +14,8 @@ class InputRow : public QWidget {
   Q_OBJECT
  public:
   // `pasteboard` must outlive the row.
-  InputRow(Pasteboard& pasteboard, ConverterInput::Copy copy, QWidget* parent = nullptr);
+  InputRow(Pasteboard& pasteboard, ConverterInput::Copy copy, KeyCodeOf keyCodeOf,
+           QWidget* parent = nullptr);
 
   ConverterInput& input() { return input_; }
 

@@ -1,11 +1,10 @@
 #pragma once
 
 #include <QWidget>
-#include <cstdint>
 #include <functional>
-#include <optional>
 
 #include "hotkey/shortcut_recorder.h"
+#include "hotkey/views/command_key.h"
 #include "ui/accessible_node.h"
 
 namespace horalo {
@@ -16,10 +15,6 @@ namespace horalo {
 class KeyRecorderView : public QWidget, public AccessibleNode, private ShortcutRecorderSurface {
   Q_OBJECT
  public:
-  // The virtual key code of a key, from the number that the desktop has for its position
-  // (QKeyEvent::nativeScanCode); nothing for a key that no shortcut can use.
-  using KeyCodeOf = std::function<std::optional<std::uint32_t>(std::uint32_t scanCode)>;
-
   KeyRecorderView(const HotkeyConfiguration& configuration, KeyCodeOf keyCodeOf,
                   QWidget* parent = nullptr);
   ~KeyRecorderView() override;

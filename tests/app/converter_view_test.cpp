@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "hotkey/key.h"
 #include "tests/app/panel_window.h"
 
 namespace horalo {
@@ -215,6 +216,28 @@ TEST(ConverterView, CommandCommaOpensTheSettings) {
   panel.press(Qt::Key_Comma, Qt::ControlModifier);
   EXPECT_THAT(panel.calls, ElementsAre("settings", "settings", "settings"));
   EXPECT_THAT(panel.input().text(), Eq(QStringLiteral("now")));
+}
+
+TEST(ConverterView, CommandNeedsNoLatinLayout) {
+  PanelWindow panel;
+  const auto press = [&panel](int written, Key place, Qt::KeyboardModifiers modifiers) {
+    QKeyEvent event(QEvent::KeyPress, written, modifiers, place.carbonKeyCode(), 0, 0);
+    QCoreApplication::sendEvent(&panel.input(), &event);
+    panel.turn();
+  };
+  constexpr int be = 0x411;  // the Cyrillic letter on the comma's key
+  constexpr int ef = 0x424;  // on that of A
+  constexpr int es = 0x421;  // on that of C
+  press(be, Key::comma, Qt::MetaModifier);
+  press(be, Key::comma, Qt::ControlModifier);
+  EXPECT_THAT(panel.calls, ElementsAre("settings", "settings"));
+  for (const Qt::KeyboardModifier command : {Qt::MetaModifier, Qt::ControlModifier}) {
+    panel.input().setText(QStringLiteral("now"));
+    press(ef, Key::a, command);
+    EXPECT_THAT(panel.input().selectedText(), Eq(QStringLiteral("now")));
+    press(es, Key::c, command);
+  }
+  EXPECT_THAT(panel.pasteboard.written(), ElementsAre("now", "now"));
 }
 
 TEST(ConverterView, CommandWithAnotherKeyIsNoShortcut) {

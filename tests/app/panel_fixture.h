@@ -14,7 +14,7 @@
 namespace horalo {
 
 // Everything a converter view needs, without a desktop: the clock stands at 2026-01-01T00:00:00Z
-// and the user's own zone is Paris.
+// and the user's own zone is Paris. Scan codes are virtual key codes.
 struct PanelFixture {
   explicit PanelFixture(const std::string& locale = "en_US") : texts(locale) {}
 
@@ -34,7 +34,13 @@ struct PanelFixture {
   std::vector<std::string> calls;
 
   ConverterView::Environment environment() {
-    return {viewModel, preferences, notifications, pasteboard, timers, rowContext};
+    return {viewModel,
+            preferences,
+            notifications,
+            pasteboard,
+            timers,
+            rowContext,
+            [](std::uint32_t scanCode) { return scanCode; }};
   }
   ConverterView::Callbacks callbacks() {
     return {[this] { calls.emplace_back("dismiss"); }, [this] { calls.emplace_back("settings"); },

@@ -203,6 +203,17 @@ class PanelTest(SessionTest):
             screen.key("alt+F4")
             self.eventually(lambda: not screen.windows("Horalo Settings"))
 
+    def test_command_comma_needs_no_latin_layout(self):
+        self.addCleanup(screen.run, "setxkbmap", "us")
+        screen.run("setxkbmap", "ru")
+        # By their places: Shift, Super and the key right of W; then Super and the comma's key.
+        screen.run("xdotool", "keydown", "50", "keydown", "133", "key", "26", "keyup", "133", "keyup",
+                   "50")
+        self.wait_for_panel()
+        screen.run("xdotool", "keydown", "133", "key", "59", "keyup", "133")
+        self.eventually_equal("Horalo Settings", screen.focused)
+        self.wait_for_no_panel()
+
 
 class StayOpenTest(SessionTest):
     preferences = {"closeWindowAfterCopy": False}
