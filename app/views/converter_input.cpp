@@ -22,8 +22,9 @@ constexpr TextStyle kText{.size = 20, .fixed = true};
 constexpr double kCaretWidth = 2;
 constexpr double kCaretHeight = 24;
 constexpr double kSelectionOpacity = 0.28;
-// Longer texts than anyone can paste, so that nothing is cut off without a word.
-constexpr int kLongestText = 1 << 20;
+// The field lays out all of its text at every key.
+constexpr int kLongestText = 1 << 16;
+constexpr QChar kEllipsis(0x2026);
 constexpr Pasteboard::ReadLimits kPasteLimits{
     .seconds = 1.0, .bytes = 1 << 20, .firstLineOnly = true, .secretsAreText = true};
 
@@ -35,6 +36,16 @@ QString firstLine(const std::string& text) {
   const auto begin = std::find_if_not(all.begin(), all.end(), isBreak);
   const auto end = std::find_if(begin, all.end(), isBreak);
   return QString(begin, end - begin);
+}
+
+// A line of which the end does not fit says so, and means nothing to the parser: what is left of it
+// might have meant something else.
+QString fitting(QString line, qsizetype room) {
+  if (line.size() > room) line = line.trimmed();
+  if (line.size() <= room) return line;
+  line.truncate(std::max<qsizetype>(0, room - 1));
+  if (!line.isEmpty() && line.back().isHighSurrogate()) line.chop(1);
+  return line + kEllipsis;
 }
 
 QString withShortcut(const QString& title, QKeySequence::StandardKey key) {
@@ -178,7 +189,9 @@ void ConverterInput::startPaste(bool mouseSelection) {
   Pasteboard::ReadLimits limits = kPasteLimits;
   limits.mouseSelection = mouseSelection;
   paste_ = pasteboard_.read(limits, [this](const std::optional<std::string>& text) {
-    if (text) insert(firstLine(*text));
+    if (!text) return;
+    const auto kept = this->text().size() - selectedText().size();
+    insert(fitting(firstLine(*text), kLongestText - kept));
   });
 }
 
@@ -245,7 +258,7 @@ void ConverterInput::paintEvent(QPaintEvent* event) {
   // The library tells a rectangle around the caret, wide enough to repaint it.
   const QRectF around = cursorRect();
   double x = around.left() + (around.width() + 1) / 2;
-  if (text().isEmpty()) x -= kCaretWidth / 2;  // clear of the prompt
+  if (cursorPosition() == 0) x -= kCaretWidth;  // clear of the first letter
   const double height = std::min(around.height(), scaledLength(kCaretHeight));
   const QRectF caret(x, textCentre() - height / 2, kCaretWidth, height);
   painter.fillRect(snapped(painter, caret), color(ColorRole::accent));

@@ -133,11 +133,29 @@ TEST(ConverterInput, APasteReplacesTheSelectionAndCanBeUndone) {
 
 TEST(ConverterInput, ALongLineIsPastedWhole) {
   Field field;
-  const std::string digits((1 << 20) - 1, '7');
+  const std::string digits(1 << 16, '7');
   field.pasteboard.copy(digits);
   field.press(Qt::Key_V, Qt::ControlModifier);
   field.pasteboard.answerReads();
-  EXPECT_THAT(field.input.text().size(), Eq(static_cast<qsizetype>(digits.size())));
+  EXPECT_THAT(field.input.text().toStdString(), Eq(digits));
+}
+
+TEST(ConverterInput, AnEndlessLineSaysThatItGoesOn) {
+  const auto pasted = [](const std::string& before, const std::string& text) {
+    Field field;
+    field.input.setText(QString::fromStdString(before));
+    field.pasteboard.copy(text);
+    field.press(Qt::Key_V, Qt::ControlModifier);
+    field.pasteboard.answerReads();
+    return field.input.text();
+  };
+  constexpr int longest = 1 << 16;
+  const QString cut = pasted("12", std::string((1 << 20) - 1, '7'));
+  EXPECT_THAT(cut.size(), Eq(longest));
+  EXPECT_TRUE(cut.startsWith(QStringLiteral("1277")));
+  EXPECT_TRUE(cut.endsWith(QStringLiteral("7\u2026")));
+  EXPECT_THAT(pasted("", "now" + std::string(longest, ' ')), Eq(QStringLiteral("now")));
+  EXPECT_THAT(pasted(std::string(longest, '1'), "now").size(), Eq(longest));
 }
 
 TEST(ConverterInput, APasteIsGivenUpWhenThePanelCloses) {
@@ -232,6 +250,20 @@ TEST(ConverterInput, ItsCaretHasTheAccentColour) {
   const int textEnd = ConverterInput::kTextInset +
                       field.input.fontMetrics().horizontalAdvance(QStringLiteral("17"));
   EXPECT_THAT(caret.left(), testing::AllOf(testing::Ge(textEnd - 1), testing::Le(textEnd + 1)));
+}
+
+TEST(ConverterInput, ItsCaretStandsClearOfTheFirstLetter) {
+  for (const char* text : {"", "17"}) {
+    Field field;
+    field.input.setText(QString::fromLatin1(text));
+    field.input.home(false);
+    const QImage image = field.input.grab().toImage();
+    const int middle = static_cast<int>(field.input.textCentre());
+    const QColor accent = color(ColorRole::accent);
+    EXPECT_THAT(image.pixelColor(0, middle), Eq(accent));
+    EXPECT_THAT(image.pixelColor(ConverterInput::kTextInset - 1, middle), Eq(accent));
+    EXPECT_THAT(image.pixelColor(ConverterInput::kTextInset, middle), testing::Ne(accent));
+  }
 }
 
 TEST(ConverterInput, ItTellsWhereItsTextStands) {
