@@ -9,7 +9,7 @@
 namespace horalo {
 
 void drawDivider(QPainter& painter, const QRectF& rect, Qt::Orientation orientation) {
-  const double thickness = snappedThickness(painter, 1);
+  const double thickness = hairline(painter);
   QRectF line = snapped(painter, rect);
   if (orientation == Qt::Horizontal) {
     line.setHeight(thickness);

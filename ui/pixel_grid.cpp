@@ -21,4 +21,9 @@ double snappedThickness(const QPainter& painter, double thickness) {
   return std::max(1.0, std::round(thickness * scale)) / scale;
 }
 
+double hairline(const QPainter& painter) {
+  const double scale = painter.deviceTransform().m22();
+  return std::max(1.0, std::floor(scale)) / scale;
+}
+
 }  // namespace horalo

@@ -19,4 +19,8 @@ QRectF snapped(const QPainter& painter, const QRectF& rect);
 // The thickness nearest to `thickness` that is a whole number of physical pixels, at least one.
 double snappedThickness(const QPainter& painter, double thickness);
 
+// The thickness of a line that stays within one device-independent pixel: a whole number of
+// physical ones, so that all such lines are alike wherever they lie. At a scale of 1.5 it is one.
+double hairline(const QPainter& painter);
+
 }  // namespace horalo

@@ -18,8 +18,8 @@ namespace {
 
 constexpr QMargins kFormMargins(18, 8, 18 - SlimScrollBar::kWidth, 8);
 constexpr int kSectionGap = 10;
-// How much of the form stays visible around the control that has the keyboard.
-constexpr int kFocusMargin = 24;
+// How much of the form stays visible around the row that has the keyboard.
+constexpr int kFocusMargin = 8;
 
 int indexOfData(const QComboBox& picker, const QVariant& data) {
   for (int i = 0; i < picker.count(); ++i) {
@@ -194,7 +194,7 @@ SettingsRow* GeneralSettingsView::makeShortcutRow() {
   refreshers_.emplace_back(
       [this] { recorder_->setConfiguration(HotkeyConfiguration::load(environment_.preferences)); });
   return new SettingsRow(QStringLiteral("Keyboard shortcut"),
-                         QStringLiteral("Global hotkey to open the converter."), recorder_);
+                         QStringLiteral("Global hotkey to open the converter."), recorder_, 0);
 }
 
 void GeneralSettingsView::showHiddenIconHint() {
@@ -206,7 +206,11 @@ void GeneralSettingsView::showHiddenIconHint() {
 }
 
 void GeneralSettingsView::scrollToFocus(QWidget* now) {
-  if (now != nullptr && form_->isAncestorOf(now)) ensureWidgetVisible(now, 0, kFocusMargin);
+  if (now == nullptr || !form_->isAncestorOf(now)) return;
+  QWidget* row = now;
+  while (row != form_ && qobject_cast<SettingsRow*>(row) == nullptr) row = row->parentWidget();
+  if (row != form_) ensureWidgetVisible(row, 0, kFocusMargin);
+  ensureWidgetVisible(now, 0, 0);  // what matters most, where the row is too tall
 }
 
 }  // namespace horalo

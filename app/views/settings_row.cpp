@@ -18,7 +18,7 @@ constexpr TextStyle kDescription{.size = kCaptionSize, .color = ColorRole::secon
 }  // namespace
 
 SettingsRow::SettingsRow(const QString& title, const QString& description, QWidget* control,
-                         QWidget* parent)
+                         int ringRoom, QWidget* parent)
     : QWidget(parent) {
   auto* titleLabel = new FormLabel(kTitle, title);
   titleLabel->setBuddy(control);
@@ -29,7 +29,7 @@ SettingsRow::SettingsRow(const QString& title, const QString& description, QWidg
   texts->addWidget(new FormLabel(kDescription, description));
 
   auto* layout = new QHBoxLayout(this);
-  layout->setContentsMargins(0, kPaddingAboveAndBelow, 0, kPaddingAboveAndBelow);
+  layout->setContentsMargins(0, kPaddingAboveAndBelow, kRingRoom - ringRoom, kPaddingAboveAndBelow);
   layout->setSpacing(kGap);
   layout->addLayout(texts, 1);
   layout->addWidget(control, 0, Qt::AlignVCenter);

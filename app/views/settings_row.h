@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-class QComboBox;
+#include "ui/focus_ring.h"
 
 namespace horalo {
 
@@ -11,8 +11,12 @@ namespace horalo {
 class SettingsRow : public QWidget {
   Q_OBJECT
  public:
+  // Room to the right of what is drawn, in which the ring of a control with the keyboard lies.
+  static constexpr int kRingRoom = kFocusRingMargin;
+
+  // `ringRoom`: what the control itself leaves of that, as most do.
   SettingsRow(const QString& title, const QString& description, QWidget* control,
-              QWidget* parent = nullptr);
+              int ringRoom = kRingRoom, QWidget* parent = nullptr);
 };
 
 }  // namespace horalo

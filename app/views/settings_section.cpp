@@ -43,7 +43,7 @@ SettingsSection::SettingsSection(const QString& header, QWidget* parent) : QWidg
   }
   auto* background = new Background;
   rows_ = new QVBoxLayout(background);
-  rows_->setContentsMargins(kSidePadding, 0, kSidePadding, 0);
+  rows_->setContentsMargins(kSidePadding, 0, kSidePadding - SettingsRow::kRingRoom, 0);
   rows_->setSpacing(0);
   layout->addWidget(background);
 
@@ -54,7 +54,12 @@ SettingsSection::SettingsSection(const QString& header, QWidget* parent) : QWidg
 }
 
 void SettingsSection::addRow(SettingsRow* row) {
-  if (rows_->count() > 0) rows_->addWidget(new Divider(Qt::Horizontal));
+  if (rows_->count() > 0) {
+    auto* line = new QHBoxLayout;
+    line->setContentsMargins(0, 0, SettingsRow::kRingRoom, 0);
+    line->addWidget(new Divider(Qt::Horizontal));
+    rows_->addLayout(line);
+  }
   rows_->addWidget(row);
 }
 

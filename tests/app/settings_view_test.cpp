@@ -17,6 +17,9 @@
 #include "preferences/preferences_watcher.h"
 #include "tests/fakes/manual_timers.h"
 #include "tests/fakes/temporary_folder.h"
+#include "ui/appearance.h"
+#include "ui/divider.h"
+#include "ui/focus_ring.h"
 #include "ui/picker.h"
 #include "ui/switch.h"
 
@@ -267,10 +270,50 @@ TEST_F(SettingsViewTest, TheKeyboardReachesEveryControlAndBringsItIntoView) {
     const QWidget* focus = QApplication::focusWidget();
     ASSERT_NE(focus, nullptr);
     ++reached;
-    const QRect seen(focus->mapTo(view_.get(), QPoint()), focus->size());
-    EXPECT_TRUE(view_->rect().contains(seen));
+    const QWidget* row = focus->parentWidget();
+    const QRect seen(row->mapTo(&view_->general(), QPoint()), row->size());
+    EXPECT_TRUE(view_->general().rect().contains(seen)) << reached;
   }
   EXPECT_EQ(reached, 9);
+}
+
+TEST_F(SettingsViewTest, ARowThatIsTooTallShowsItsControl) {
+  DesktopAppearance large;
+  large.textScale = 3;
+  Appearance::shared().setDesktop(large);
+  open();
+  view_->activateWindow();
+  QApplication::processEvents();
+  for (int reached = 0; reached < 9; ++reached) {
+    QTest::keyClick(view_.get(), Qt::Key_Tab);
+    const QWidget* focus = QApplication::focusWidget();
+    ASSERT_NE(focus, nullptr);
+    const QRect seen(focus->mapTo(&view_->general(), QPoint()), focus->size());
+    EXPECT_TRUE(view_->general().rect().contains(seen)) << reached;
+  }
+  Appearance::shared().setDesktop({});
+}
+
+TEST_F(SettingsViewTest, ControlsEndOnOneLine) {
+  open();
+  const auto right = [&](const QWidget* widget, int margin) {
+    return widget->mapTo(view_.get(), QPoint(widget->width() - margin, 0)).x();
+  };
+  const int edge = right(view_->findChild<KeyRecorderView*>(), 0);
+  int compared = 0;
+  for (const auto* control : view_->findChildren<Switch*>()) {
+    EXPECT_EQ(right(control, kFocusRingMargin), edge);
+    ++compared;
+  }
+  for (const auto* control : view_->findChildren<Picker*>()) {
+    EXPECT_EQ(right(control, kFocusRingMargin), edge);
+    ++compared;
+  }
+  for (const auto* line : view_->findChildren<Divider*>()) {
+    EXPECT_EQ(right(line, 0), edge);
+    ++compared;
+  }
+  EXPECT_EQ(compared, 5 + 3 + 5);
 }
 
 TEST_F(SettingsViewTest, ShowsTheVersion) {

@@ -153,7 +153,7 @@ TEST(TextLabel, LetsClicksThrough) {
 }
 
 TEST(Divider, IsAsThinAsAPixelAndSharp) {
-  for (const double scale : {1.0, 1.25, 2.0}) {
+  for (const double scale : {1.0, 1.25, 1.5, 1.75, 2.0, 3.0}) {
     QImage image(qRound(20 * scale), qRound(20 * scale), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::transparent);
@@ -166,7 +166,21 @@ TEST(Divider, IsAsThinAsAPixelAndSharp) {
       EXPECT_TRUE(alpha == 0 || alpha == color(ColorRole::separator).alpha()) << alpha;
       inked += alpha > 0 ? 1 : 0;
     }
-    EXPECT_THAT(inked, Eq(std::max(1, qRound(scale)))) << scale;
+    EXPECT_THAT(inked, Eq(static_cast<int>(scale))) << scale;
+  }
+}
+
+TEST(Divider, IsEquallyThinWhereverItLies) {
+  for (const double scale : {1.25, 1.5, 1.75}) {
+    QImage image(qRound(20 * scale), qRound(40 * scale), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    for (int y = 0; y < 40; y += 5) drawDivider(painter, QRectF(0, y, 20, 1), Qt::Horizontal);
+    painter.end();
+    int inked = 0;
+    for (int y = 0; y < image.height(); ++y) inked += image.pixelColor(3, y).alpha() > 0 ? 1 : 0;
+    EXPECT_THAT(inked, Eq(8)) << scale;
   }
 }
 
