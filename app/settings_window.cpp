@@ -5,10 +5,18 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "ui/accessible_node.h"
+
 namespace horalo {
 namespace {
 
 constexpr QSize kContentSize(450, 440);
+
+// What a screen reader announces as a window.
+class Window final : public QWidget, public AccessibleNode {
+ public:
+  QAccessible::Role accessibleRole() const override { return QAccessible::Window; }
+};
 
 }  // namespace
 
@@ -23,7 +31,7 @@ void SettingsWindow::open() {
 }
 
 void SettingsWindow::make() {
-  window_ = std::make_unique<QWidget>();
+  window_ = std::make_unique<Window>();
   windows_.configure(*window_, WindowRole::window);
   window_->setWindowTitle(QStringLiteral("Horalo Settings"));
   window_->setFixedSize(kContentSize);

@@ -22,6 +22,8 @@ SettingsRow::SettingsRow(const QString& title, const QString& description, QWidg
     : QWidget(parent) {
   auto* titleLabel = new FormLabel(kTitle, title);
   titleLabel->setBuddy(control);
+  // Read out with the control; the shortcut has the text that it shows for it.
+  if (control->accessibleDescription().isEmpty()) control->setAccessibleDescription(description);
 
   auto* texts = new QVBoxLayout;
   texts->setSpacing(kLineGap);

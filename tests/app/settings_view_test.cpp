@@ -294,6 +294,15 @@ TEST_F(SettingsViewTest, ARowThatIsTooTallShowsItsControl) {
   Appearance::shared().setDesktop({});
 }
 
+TEST_F(SettingsViewTest, ControlsAreDescribedByTheirRows) {
+  open();
+  EXPECT_EQ(named<Switch>("Launch at login")->accessibleDescription(),
+            QStringLiteral("Start Horalo automatically when you log in."));
+  EXPECT_EQ(picker("Toast position")->accessibleDescription(),
+            QStringLiteral("Where the notification toast appears on screen."));
+  EXPECT_EQ(view_->findChild<KeyRecorderView*>()->accessibleDescription(), QStringLiteral("⇧⌘E"));
+}
+
 TEST_F(SettingsViewTest, ControlsEndOnOneLine) {
   open();
   const auto right = [&](const QWidget* widget, int margin) {
