@@ -10,11 +10,12 @@
 namespace horalo {
 namespace {
 
-// How long what is typed after a press waits for a window that has the keyboard.
-constexpr auto kTypingWaits = std::chrono::milliseconds(400);
-
 // A change of layout comes as several events.
 constexpr auto kMapSettles = std::chrono::milliseconds(50);
+
+int milliseconds(double seconds) {
+  return static_cast<int>(seconds * 1000);
+}
 
 std::vector<xcb_keycode_t> xKeyCodes(std::uint32_t carbonKeyCode) {
   std::vector<xcb_keycode_t> codes;
@@ -40,18 +41,18 @@ bool X11HotKeyBackend::Registration::sharesKeysWith(const Registration& other) c
   return carbonModifiers == other.carbonModifiers && codes == other.codes;
 }
 
-X11HotKeyBackend::X11HotKeyBackend(double retrySeconds) : keyboard_(connection_) {
+X11HotKeyBackend::X11HotKeyBackend(const X11HotKeyWaits& waits) : keyboard_(connection_) {
   if (isConnected()) modifiers_ = XModifiers::read(connection_);
   connection_.setEventHandler([this](const xcb_generic_event_t& event) { handleEvent(event); });
   thaw_.setSingleShot(true);
-  thaw_.setInterval(kTypingWaits);
+  thaw_.setInterval(milliseconds(waits.typing));
   thaw_.callOnTimeout([this] { releaseTyping(); });
   mapHasSettled_.setSingleShot(true);
   mapHasSettled_.setInterval(kMapSettles);
   mapHasSettled_.callOnTimeout([this] { keyboardMapChanged(); });
   retry_.setSingleShot(true);
   retry_.setTimerType(Qt::VeryCoarseTimer);
-  retry_.setInterval(static_cast<int>(retrySeconds * 1000));
+  retry_.setInterval(milliseconds(waits.retry));
   retry_.callOnTimeout([this] { tryAgain(); });
 }
 

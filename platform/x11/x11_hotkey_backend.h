@@ -15,6 +15,12 @@
 
 namespace horalo {
 
+// In seconds.
+struct X11HotKeyWaits {
+  double retry = 30;    // until a shortcut that was taken is asked for again
+  double typing = 0.4;  // at most, until what is typed after a press may go where it goes
+};
+
 // Global shortcuts by grabbing keys from the X server: by the key's position, so that they stay
 // where they are in every layout, and with every set of locks. A held key fires once.
 //
@@ -27,8 +33,7 @@ namespace horalo {
 // so often: the X server does not tell when one becomes free.
 class X11HotKeyBackend final : public HotKeyBackend {
  public:
-  // `retrySeconds`: how long until a shortcut that was taken is asked for again.
-  explicit X11HotKeyBackend(double retrySeconds = 30);
+  explicit X11HotKeyBackend(const X11HotKeyWaits& waits = {});
   ~X11HotKeyBackend() override;
 
   void setHandler(Handler handler) override { handler_ = std::move(handler); }
