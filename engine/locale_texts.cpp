@@ -1,9 +1,11 @@
 #include "engine/locale_texts.h"
 
 #include <unicode/reldatefmt.h>
+#include <unicode/simpletz.h>
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 #include <unicode/unistr.h>
+#include <unicode/ures.h>
 
 #include <optional>
 #include <utility>
@@ -15,11 +17,15 @@ namespace {
 
 constexpr char16_t kNarrowNoBreakSpace = 0x202F;
 
-// The neutral locale where `name` cannot be any: what the user's environment holds may be anything.
+// US English where `name` is no language of the library's: what the user's environment holds may be
+// anything, and the library itself would go by the variables for other things than dates.
 icu::Locale localeNamed(const std::string& name) {
-  if (name.size() >= ULOC_FULLNAME_CAPACITY) return icu::Locale::getRoot();
+  if (name.size() >= ULOC_FULLNAME_CAPACITY) return icu::Locale::getUS();
   const icu::Locale locale(name.c_str());
-  return locale.isBogus() != 0 ? icu::Locale::getRoot() : locale;
+  if (*locale.getLanguage() == '\0') return icu::Locale::getUS();
+  UErrorCode status = U_ZERO_ERROR;
+  const icu::LocalUResourceBundlePointer texts(ures_open(nullptr, locale.getName(), &status));
+  return U_FAILURE(status) || status == U_USING_DEFAULT_WARNING ? icu::Locale::getUS() : locale;
 }
 
 icu::UnicodeString patternOf(icu::DateFormat::EStyle date, icu::DateFormat::EStyle time,
@@ -47,15 +53,13 @@ icu::UnicodeString joinedPattern(const icu::Locale& locale) {
   return joined;
 }
 
-std::unique_ptr<icu::DateFormat> makeDateTimeFormat(const icu::Locale& locale) {
+std::unique_ptr<icu::SimpleDateFormat> makeDateTimeFormat(const icu::Locale& locale) {
   // Else the library looks for the computer's zone, through the whole zone database in the worst
-  // case, only to have it replaced below.
+  // case, only to have it replaced by the offset of each text.
   icu::TimeZone::adoptDefault(icu::TimeZone::getGMT()->clone());
   UErrorCode error = U_ZERO_ERROR;
   auto format = std::make_unique<icu::SimpleDateFormat>(joinedPattern(locale), locale, error);
   if (U_FAILURE(error)) return nullptr;
-  // The offset is added to the instant, so the format itself shows UTC.
-  format->adoptTimeZone(icu::TimeZone::getGMT()->clone());
   return format;
 }
 
@@ -96,8 +100,10 @@ std::string utf8(const icu::UnicodeString& text) {
 
 // Made at the first use: they take longer to make than everything else a conversion does.
 struct LocaleTexts::Formatters {
-  std::unique_ptr<icu::DateFormat> dateTime;
+  std::unique_ptr<icu::SimpleDateFormat> dateTime;
   std::unique_ptr<icu::RelativeDateTimeFormatter> relative;
+
+  std::int32_t lastOffset = 0;
 
   // The phrase changes far less often than it is shown.
   std::int64_t lastCount = 0;
@@ -116,15 +122,20 @@ const LocaleTexts& LocaleTexts::shared() {
 }
 
 std::string LocaleTexts::mediumDateTime(Instant instant, std::int32_t offset) const {
-  if (!formatters_->dateTime) {
-    formatters_->dateTime = makeDateTimeFormat(localeNamed(locale_));
-    if (!formatters_->dateTime) return {};
+  Formatters& formatters = *formatters_;
+  if (!formatters.dateTime) {
+    formatters.dateTime = makeDateTimeFormat(localeNamed(locale_));
+    if (!formatters.dateTime) return {};
+  }
+  if (formatters.lastOffset != offset) {
+    formatters.dateTime->adoptTimeZone(new icu::SimpleTimeZone(offset * 1'000, u""));
+    formatters.lastOffset = offset;
   }
   icu::UnicodeString text;
   // The middle of the second: millions of years away a floating-point number of milliseconds is off
   // by up to sixteen.
-  const auto milliseconds = static_cast<double>((instant.seconds + offset) * 1'000 + 500);
-  formatters_->dateTime->format(milliseconds, text);
+  const auto milliseconds = static_cast<double>(instant.seconds * 1'000 + 500);
+  formatters.dateTime->format(milliseconds, text);
   // It is text to paste: other programs take U+202F for a strange letter.
   for (int32_t i = text.indexOf(kNarrowNoBreakSpace); i >= 0;
        i = text.indexOf(kNarrowNoBreakSpace, i)) {

@@ -13,8 +13,8 @@ namespace horalo {
 // offset holds where and when is told to it.
 class LocaleTexts {
  public:
-  // `locale` is a locale identifier such as "de_DE" or "sr_Latn_RS"; an unknown one gives the
-  // locale library's neutral texts. Costs nothing until a text is asked for.
+  // `locale` is a locale identifier such as "de_DE" or "sr_Latn_RS"; an unknown one gives
+  // texts in US English. Costs nothing until a text is asked for.
   explicit LocaleTexts(std::string locale);
   ~LocaleTexts();
 

@@ -16,6 +16,7 @@
 #include "base/utf8.h"
 #include "tests/tables/case_table.h"
 #include "tests/tables/expected_instant.h"
+#include "tests/tables/scoped_variable.h"
 
 namespace horalo {
 namespace {
@@ -178,16 +179,22 @@ TEST(LocaleTexts, ReachAsFarAsInstantsDo) {
     ++compared;
   }
   EXPECT_EQ(compared, 5'000);
+  // The local time may lie beyond the last instant.
+  EXPECT_EQ(german.mediumDateTime({kFarthestSecond - 1, 0}, 7'200), "20.12.5828963 um 01:59:59");
+  EXPECT_EQ(german.mediumDateTime({-kFarthestSecond, 0}, -561), "25.08.5824906 um 23:50:39");
 }
 
-TEST(LocaleTexts, OfAnUnknownLocaleAreNeutral) {
+TEST(LocaleTexts, OfAnUnknownLocaleAreEnglish) {
   for (const std::string& locale :
        {std::string("xx_YY"), std::string("zz"), std::string(), std::string("/usr/lib/locale/x"),
         std::string("~~3b7h1;3ej=e0"), std::string("\xFF"), std::string("__"),
         std::string(100'000, 'a'), "de_DE_" + std::string(200, 'X')}) {
+    // Whatever language the messages of programs are in.
+    const ScopedVariable all("LC_ALL", "de_DE.UTF-8");
     const LocaleTexts texts(locale);
-    EXPECT_FALSE(texts.mediumDateTime(kNewYear, 0).empty()) << locale.substr(0, 50);
-    EXPECT_FALSE(texts.relative(3, CalendarUnit::day).empty()) << locale.substr(0, 50);
+    EXPECT_EQ(texts.mediumDateTime(kNewYear, 0), "Jan 1, 2024 at 12:00:00 AM")
+        << locale.substr(0, 50);
+    EXPECT_EQ(texts.relative(3, CalendarUnit::day), "in 3 days") << locale.substr(0, 50);
   }
 }
 
