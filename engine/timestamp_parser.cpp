@@ -25,14 +25,6 @@ std::optional<ParseResult> parseNumeric(const NumberText& number) {
   return ParseResult{*date, source::UnixMilliseconds{}};
 }
 
-// Texts with blanks between date and time are left to the human layouts.
-std::optional<Instant> parseISO8601Text(std::string_view text) {
-  if (text.find(' ') != std::string_view::npos && text.find('T') == std::string_view::npos) {
-    return std::nullopt;
-  }
-  return parseISO8601(text);
-}
-
 }  // namespace
 
 const TimestampParser& TimestampParser::shared() {
@@ -63,12 +55,8 @@ std::optional<ParseResult> TimestampParser::parse(std::string_view input) const 
   if (const auto number = NumberText::parse(text)) {
     if (auto result = parseNumeric(*number)) return result;
   }
-  if (const auto date = parseISO8601Text(text)) return ParseResult{*date, source::Iso8601{}};
-  if (const auto match = matchHumanDate(text)) {
-    const Instant date{zones_.current().secondsOf(match->time), 0};
-    return ParseResult{date, source::HumanDate{match->format}};
-  }
-  return std::nullopt;
+  if (const auto date = parseISO8601(text)) return ParseResult{*date, source::Iso8601{}};
+  return parseHumanDate(text);
 }
 
 std::optional<Instant> TimestampParser::parseSimpleKeyword(std::string_view text) const {
@@ -126,11 +114,16 @@ std::optional<Instant> TimestampParser::parseOffsetBase(std::string_view text) c
   if (const auto number = NumberText::parse(text)) {
     return number->value() > kLargestSeconds ? number->asMilliseconds() : number->asSeconds();
   }
-  if (const auto date = parseISO8601Text(text)) return date;
-  if (const auto match = matchHumanDate(text)) {
-    return Instant{zones_.current().secondsOf(match->time), 0};
-  }
+  if (const auto date = parseISO8601(text)) return date;
+  if (const auto human = parseHumanDate(text)) return human->date;
   return std::nullopt;
+}
+
+std::optional<ParseResult> TimestampParser::parseHumanDate(std::string_view text) const {
+  const std::optional<HumanDate> match = matchHumanDate(text);
+  if (!match) return std::nullopt;
+  const Instant date{zones_.current().secondsOf(match->time), 0};
+  return ParseResult{date, source::HumanDate{match->format}};
 }
 
 }  // namespace horalo

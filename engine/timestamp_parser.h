@@ -50,6 +50,7 @@ class TimestampParser {
   std::optional<Instant> parseWeekdayExpression(std::string_view text) const;
   std::optional<Instant> parseOffsetExpression(std::string_view text) const;
   std::optional<Instant> parseOffsetBase(std::string_view text) const;
+  std::optional<ParseResult> parseHumanDate(std::string_view text) const;
   std::optional<Instant> add(Instant instant, std::int64_t count, CalendarUnit unit) const;
 
   const Clock& clock_;
