@@ -17,6 +17,9 @@ constexpr char32_t kLongS = 0x17F;
 constexpr char32_t kLigatureLongST = 0xFB05;
 constexpr char32_t kLigatureST = 0xFB06;
 
+// Skipped at once, because the longest runs of white space are of blanks.
+constexpr std::string_view kEightBlanks = "        ";
+
 constexpr bool isAsciiWhiteSpace(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
 }
@@ -29,6 +32,7 @@ bool isWhiteSpace(char32_t c) {
 }
 
 std::string_view trimmedLeft(std::string_view text) {
+  while (text.starts_with(kEightBlanks)) text.remove_prefix(kEightBlanks.size());
   while (!text.empty()) {
     if (isAsciiWhiteSpace(text.front())) {
       text.remove_prefix(1);
@@ -43,6 +47,7 @@ std::string_view trimmedLeft(std::string_view text) {
 }
 
 std::string_view trimmedRight(std::string_view text) {
+  while (text.ends_with(kEightBlanks)) text.remove_suffix(kEightBlanks.size());
   while (!text.empty()) {
     if (isAsciiWhiteSpace(text.back())) {
       text.remove_suffix(1);
