@@ -38,8 +38,10 @@ std::optional<std::string_view> LineReader::next() {
 bool LineReader::fill() {
   // What is left of the last line moves to the front, which makes room without end for a file of
   // short lines; only a line longer than the buffer makes it grow.
-  std::copy(buffer_.begin() + static_cast<std::ptrdiff_t>(start_),
-            buffer_.begin() + static_cast<std::ptrdiff_t>(end_), buffer_.begin());
+  if (start_ > 0) {
+    std::copy(buffer_.begin() + static_cast<std::ptrdiff_t>(start_),
+              buffer_.begin() + static_cast<std::ptrdiff_t>(end_), buffer_.begin());
+  }
   end_ -= start_;
   scanned_ -= start_;
   start_ = 0;
