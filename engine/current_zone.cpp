@@ -41,11 +41,6 @@ TimeZone zoneOfVariable(std::string_view value) {
   return zone.value_or(TimeZone::utc());
 }
 
-FileVersion fileOfVariable(std::string_view value) {
-  if (value.starts_with(':')) value.remove_prefix(1);
-  return FileVersion::of(zoneFilePath(value));
-}
-
 // False where one of them is no file.
 bool haveSameBytes(const std::filesystem::path& path, const std::filesystem::path& other) {
   using Bytes = std::istreambuf_iterator<char>;
@@ -77,41 +72,16 @@ TimeZone zoneOfLink(std::string_view target) {
   return zoneOfCopy();
 }
 
-// The last answer, with what it was the answer to: a zone is found by its name a hundred thousand
-// times for each time that somebody changes it.
-struct LastAnswer {
-  std::string question;
-  FileVersion version;
-  std::optional<TimeZone> zone;
-
-  template <typename Find>
-  const TimeZone& get(std::string_view text, const FileVersion& now, Find find) {
-    if (!zone || question != text || version != now) {
-      zone = find(text);
-      question = text;
-      version = now;
-    }
-    return *zone;
-  }
-};
-
 }  // namespace
 
 TimeZone SystemZone::current() const {
-  thread_local LastAnswer ofVariable;
-  thread_local LastAnswer ofLink;
   if (const char* variable = std::getenv("TZ"); variable != nullptr) {
     const std::string_view value = variable;
-    if (value != ":/etc/localtime" && value != kLocalTimeFile) {
-      return ofVariable.get(value, fileOfVariable(value), zoneOfVariable);
-    }
+    if (value != ":/etc/localtime" && value != kLocalTimeFile) return zoneOfVariable(value);
   }
   std::array<char, 512> target{};
   const ssize_t length = ::readlink(kLocalTimeFile, target.data(), target.size());
-  const std::string_view link(target.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
-  // A copy, or a link to a link, may become another zone and look the same from here.
-  if (identifierInPath(link).empty()) return zoneOfLink(link);
-  return ofLink.get(link, FileVersion::of(kLocalTimeFile), zoneOfLink);
+  return zoneOfLink({target.data(), length > 0 ? static_cast<std::size_t>(length) : 0});
 }
 
 TimeZone ZoneReadOnce::current() const {

@@ -54,8 +54,8 @@ bool looksLikeIdentifier(std::string_view text) {
   if (text.empty() || text.size() > 255 || text.front() == '/' || text.front() == '-') return false;
   // With leap seconds counted in, every time of today would be 27 seconds off.
   if (text.starts_with("right/")) return false;
-  // A rule, and the zone of TZ, which the library knows under these names.
-  if (text == "UTC0" || text == "localtime") return false;
+  // Some databases hold the computer's own zone under this name.
+  if (text == "localtime") return false;
   return std::all_of(text.begin(), text.end(), [](char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
            c == '/' || c == '+' || c == '-';

@@ -11,12 +11,6 @@
 
 namespace horalo {
 
-// What holds in a zone at one instant.
-struct ZoneOffset {
-  std::int32_t seconds = 0;  // east of UTC is positive
-  std::string abbreviation;  // as the zone's file has it: "JST", "+08"; empty where it has none
-};
-
 // Where a wall-clock time lies on the time line. Clock changes make some times occur twice and
 // others not at all:
 //
@@ -37,7 +31,8 @@ struct ZonedTime {
 class ZoneRules {
  public:
   virtual ~ZoneRules() = default;
-  virtual std::int32_t offsetAt(std::int64_t seconds) const = 0;
+  virtual std::int32_t offsetAt(std::int64_t seconds) const = 0;  // east of UTC is positive
+  // As the zone's file has it: "JST", "+08"; empty where it has none.
   virtual std::string abbreviationAt(std::int64_t seconds) const = 0;
   virtual ZonedTime find(const CivilTime& time) const = 0;
 };
