@@ -4,6 +4,8 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTimer>
+#include <chrono>
 
 #include "ui/material.h"
 
@@ -12,6 +14,9 @@ namespace {
 
 constexpr QSize kSize(static_cast<int>(PanelPlacement::kSize.width),
                       static_cast<int>(PanelPlacement::kSize.height));
+
+// How long the keyboard may be on its way back from a menu that has closed.
+constexpr std::chrono::milliseconds kKeyboardReturns{150};
 
 }  // namespace
 
@@ -64,12 +69,9 @@ bool FloatingPanel::event(QEvent* event) {
 bool FloatingPanel::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::Hide) return false;
   watched->removeEventFilter(this);
-  QMetaObject::invokeMethod(
-      this,
-      [this] {
-        if (isVisible() && !isActiveWindow()) resignKey();
-      },
-      Qt::QueuedConnection);
+  QTimer::singleShot(kKeyboardReturns, this, [this] {
+    if (isVisible() && !isActiveWindow()) resignKey();
+  });
   return false;
 }
 

@@ -5,6 +5,7 @@
 
 #include "platform/qt/qt_window_backend.h"
 #include "platform/x11/desktop_properties.h"
+#include "platform/x11/grabbed_keyboard.h"
 #include "platform/x11/regained_focus.h"
 #include "platform/x11/selection_watch.h"
 
@@ -29,6 +30,7 @@ class X11WindowBackend final : public QtWindowBackend {
  private:
   SelectionWatch& selections_;
   mutable DesktopProperties properties_;
+  GrabbedKeyboard grabbedKeyboard_;
   RegainedFocus regainedFocus_;
   std::vector<std::function<void()>> compositingObservers_;
 };

@@ -1,6 +1,7 @@
 """Another program that holds a shortcut.
 
-    key_holder.py                      holds Shift+Super+E; a window titled KeyHolder says that it does
+    key_holder.py [CODE MODIFIERS]     holds that key, else Shift+Super+E; a window titled KeyHolder
+                                       says that it does
     key_holder.py --try CODE MODIFIERS ends with status 0 if that key was free with every set of locks
 """
 import ctypes
@@ -43,8 +44,8 @@ def grab(key, modifiers):
     return not refused
 
 
-def hold():
-    grab(KEY_E, SHIFT | SUPER)
+def hold(key=KEY_E, modifiers=SHIFT | SUPER):
+    grab(key, modifiers)
     window = x11.XCreateSimpleWindow(display, root, 20, 800, 40, 20, 0, 0, 0)
     x11.XStoreName(display, window, b"KeyHolder")
     x11.XMapWindow(display, window)
@@ -55,4 +56,4 @@ def hold():
 
 if sys.argv[1:2] == ["--try"]:
     os._exit(0 if grab(int(sys.argv[2]), int(sys.argv[3])) else 1)
-hold()
+hold(*map(int, sys.argv[1:]))

@@ -1,4 +1,6 @@
 """Open, type, read, copy, close: what people do dozens of times a day."""
+import os
+import sys
 import time
 
 import accessibility
@@ -6,6 +8,9 @@ import case
 import program
 import screen
 from case import SessionTest
+from processes import end, start
+
+HERE = os.path.dirname(os.path.abspath(__file__))
 
 NEW_YEAR = "1704067200"
 
@@ -161,6 +166,15 @@ class PanelTest(SessionTest):
         other.click()
         self.wait_for_no_panel()
         self.assertFalse(self.program.status()["panel"]["visible"])
+
+    def test_stays_open_while_another_program_has_a_key(self):
+        holder = start(sys.executable, os.path.join(HERE, "key_holder.py"), "72", "0")  # F6
+        self.addCleanup(end, holder)
+        self.eventually(lambda: screen.window("KeyHolder"))
+        self.open_panel()
+        # Longer than it would take to believe that the keyboard is gone.
+        screen.run("xdotool", "keydown", "72", "sleep", "0.3", "keyup", "72", "key", "5")
+        self.eventually_equal("5", accessibility.input_text)
 
     def test_keeps_its_input_between_shows(self):
         self.open_panel()
