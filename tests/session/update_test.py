@@ -1,6 +1,7 @@
 """Horalo.app updates itself, from one built bundle to another."""
 import os
 import pathlib
+import plistlib
 import shutil
 import time
 
@@ -108,6 +109,21 @@ class UpdateTest(SessionTest):
     def test_says_what_is_wrong(self):
         self.start()
         self.assertIn("The update server has no answer (error 404)", self.check())
+
+    def test_says_that_it_was_made_without_a_key(self):
+        info = self.bundle / "Contents/Info.plist"
+        values = plistlib.loads(info.read_bytes())
+        values["SUPublicEDKey"] = []
+        info.write_bytes(plistlib.dumps(values))
+        program.set_preferences(updateCheckInterval=86400.0)
+        self.start()
+        self.assertEqual({"enabled": False, "reason": "this bundle was made without a key to check "
+                                                      "updates with"},
+                         self.program.status()["updates"])
+        texts = self.check()
+        self.assertIn("This copy of Horalo cannot be updated", texts)
+        self.assertIn("made without a key", " ".join(texts))
+        self.assertEqual([], self.server.requests)
 
     def test_updates_to_the_new_version(self):
         self.publish("2.0")
