@@ -1,5 +1,6 @@
 // A program of somebody else with a menu, which a click anywhere in its window opens. Says "open"
-// when the menu is there, "chosen" when its entry was chosen, and "closed" when it went away.
+// when the menu is there, "chosen" when its entry was chosen, and "closed" when it went away. With
+// an argument, its window fills the screen.
 #include <QApplication>
 #include <QMenu>
 #include <QMouseEvent>
@@ -41,6 +42,10 @@ class MenuOwner final : public QWidget {
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   MenuOwner owner;
-  owner.show();
+  if (argc > 1) {
+    owner.showFullScreen();
+  } else {
+    owner.show();
+  }
   return QApplication::exec();
 }

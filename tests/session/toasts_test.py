@@ -129,6 +129,16 @@ class ToastsTest(ToastCase):
         self.copies(DATE, window)
         self.assertEqual(other.title, screen.focused())
 
+    def test_lies_above_a_window_that_fills_the_screen(self):
+        owner = start(os.environ["HORALO_MENU_OWNER"], "full-screen")
+        self.addCleanup(end, owner)
+        large = self.eventually(lambda: screen.window("MenuOwner"))
+        self.eventually_equal((0, 0, *SCREEN), lambda: screen.geometry(large))
+        self.eventually_equal("MenuOwner", screen.focused)
+        window = self.copy_and_wait()
+        self.copies(DATE, window)
+        self.assertEqual("MenuOwner", screen.focused())
+
     def test_leaves_the_open_menu_of_another_program_alone(self):
         owner = start(os.environ["HORALO_MENU_OWNER"], stdout=subprocess.PIPE)
         self.addCleanup(owner.stdout.close)
