@@ -125,9 +125,9 @@ std::optional<Instant> addUnits(Instant instant, std::int64_t count, CalendarUni
   return addSeconds(instant, count * shortest(unit));
 }
 
-std::int64_t startOfDayAfter(Instant instant, std::int64_t days, const TimeZone& zone) {
+std::optional<Instant> startOfDayAfter(Instant instant, std::int64_t days, const TimeZone& zone) {
   const CivilDate today = zone.localTime(instant).date;
-  return zone.startOfDay(dateOfDay(daysSinceEpoch(today) + days));
+  return inRange({zone.startOfDay(dateOfDay(daysSinceEpoch(today) + days)), 0});
 }
 
 CalendarDifference calendarDifference(Instant from, Instant to, const TimeZone& zone) {

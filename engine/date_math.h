@@ -22,8 +22,9 @@ namespace horalo {
 std::optional<Instant> addUnits(Instant instant, std::int64_t count, CalendarUnit unit,
                                 const TimeZone& zone);
 
-// The first instant of the day, in `zone`, that lies `days` after the day of `instant`.
-std::int64_t startOfDayAfter(Instant instant, std::int64_t days, const TimeZone& zone);
+// The first instant of the day, in `zone`, that lies `days` after the day of `instant`; nothing
+// where that is out of the range of instants.
+std::optional<Instant> startOfDayAfter(Instant instant, std::int64_t days, const TimeZone& zone);
 
 struct CalendarDifference {
   std::int64_t count = 0;  // negative where `to` is earlier than `from`

@@ -1,5 +1,9 @@
 #include "engine/timestamp_parser.h"
 
+#include <array>
+#include <string>
+#include <utility>
+
 #include "engine/date_expressions.h"
 #include "engine/date_math.h"
 #include "engine/human_date.h"
@@ -12,6 +16,10 @@ namespace {
 
 constexpr double kLargestSeconds = 32'503'680'000;            // 3000-01-01T00:00:00Z
 constexpr double kLargestMilliseconds = 253'402'300'799'999;  // 9999-12-31T23:59:59.999Z
+
+ParseResult dateMath(Instant date, std::string_view expression) {
+  return {date, source::DateMath{std::string(expression)}};
+}
 
 // Seconds or milliseconds since the epoch: its size alone decides which, never the number of
 // digits.
@@ -42,13 +50,7 @@ std::optional<ParseResult> TimestampParser::parse(std::string_view input) const 
   const std::string_view text = trimmed(input);
   if (text.empty()) return std::nullopt;
   if (isLowered(text, "now")) return ParseResult{clock_.now(), source::Now{}};
-  const auto dateMath = [](Instant date, std::string_view expression) {
-    return ParseResult{date, source::DateMath{std::string(expression)}};
-  };
-  for (const std::string_view keyword : {"today", "yesterday", "tomorrow"}) {
-    if (!isLowered(text, keyword)) continue;
-    if (const auto date = parseSimpleKeyword(keyword)) return dateMath(*date, keyword);
-  }
+  if (auto result = parseSimpleKeyword(text)) return result;
   if (const auto date = parseAgoExpression(text)) return dateMath(*date, text);
   if (const auto date = parseWeekdayExpression(text)) return dateMath(*date, text);
   if (const auto date = parseOffsetExpression(text)) return dateMath(*date, text);
@@ -59,11 +61,15 @@ std::optional<ParseResult> TimestampParser::parse(std::string_view input) const 
   return parseHumanDate(text);
 }
 
-std::optional<Instant> TimestampParser::parseSimpleKeyword(std::string_view text) const {
-  const std::int64_t days = text == "yesterday" ? -1 : text == "tomorrow" ? 1 : 0;
-  const Instant start{startOfDayAfter(clock_.now(), days, zones_.current()), 0};
-  if (!isInRange(start)) return std::nullopt;
-  return start;
+std::optional<ParseResult> TimestampParser::parseSimpleKeyword(std::string_view text) const {
+  static constexpr std::array<std::pair<std::string_view, int>, 3> kDays{
+      {{"today", 0}, {"yesterday", -1}, {"tomorrow", 1}}};
+  for (const auto& [keyword, days] : kDays) {
+    if (!isLowered(text, keyword)) continue;
+    const auto start = startOfDayAfter(clock_.now(), days, zones_.current());
+    if (start) return dateMath(*start, keyword);
+  }
+  return std::nullopt;
 }
 
 std::optional<Instant> TimestampParser::parseAgoExpression(std::string_view text) const {
@@ -87,9 +93,7 @@ std::optional<Instant> TimestampParser::parseWeekdayExpression(std::string_view 
   } else if (days >= 0) {
     days -= 7;
   }
-  const Instant start{startOfDayAfter(now, days, zone), 0};
-  if (!isInRange(start)) return std::nullopt;
-  return start;
+  return startOfDayAfter(now, days, zone);
 }
 
 std::optional<Instant> TimestampParser::parseOffsetExpression(std::string_view text) const {
