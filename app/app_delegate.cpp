@@ -8,6 +8,11 @@
 #include "base/user_folders.h"
 
 namespace horalo {
+namespace {
+
+constexpr double kKeyboardMovesOn = 0.02;  // seconds
+
+}  // namespace
 
 AppDelegate::AppDelegate(Environment environment)
     : environment_(std::move(environment)),
@@ -18,7 +23,8 @@ AppDelegate::AppDelegate(Environment environment)
                                       .quit = [this] { quit(); }}),
       hotKeys_(environment_.hotKeys),
       hotkey_(hotKeys_, HotkeyConfiguration::load(environment_.preferences),
-              [this] { togglePanel(environment_.hotKeys.eventTime()); }),
+              [this] { shortcutPressed(); }),
+      keyboardMovesOn_(environment_.timers.make()),
       clipboard_({.pasteboard = environment_.pasteboard,
                   .timers = environment_.timers,
                   .parser = environment_.parser,
@@ -139,6 +145,18 @@ void AppDelegate::updateMenuBarIconVisibility() {
     statusItem_.setUp(hotkey_.configuration().displayString());
   } else {
     statusItem_.remove();
+  }
+}
+
+// A press that opens the panel holds back what is typed until the panel has the keyboard. One that
+// closes it does so until the desktop has given the keyboard to another window, of which it tells
+// nobody.
+void AppDelegate::shortcutPressed() {
+  togglePanel(environment_.hotKeys.eventTime());
+  if (panel_.isVisible()) {
+    keyboardMovesOn_->stop();
+  } else {
+    keyboardMovesOn_->startOnce(kKeyboardMovesOn, [this] { environment_.hotKeys.releaseTyping(); });
   }
 }
 

@@ -77,6 +77,7 @@ class AppDelegate {
   std::optional<Rect> visibleFrame() const;
   void observeNotifications();
   void configureUpdater();
+  void shortcutPressed();
   void updateMenuBarIconVisibility();
 
   Environment environment_;
@@ -85,6 +86,7 @@ class AppDelegate {
   StatusItem statusItem_;
   HotKeysController hotKeys_;
   HotkeyWiring hotkey_;
+  std::unique_ptr<Timer> keyboardMovesOn_;
   ClipboardWatch clipboard_;
   PanelController panel_;
   SettingsWindow settings_;
