@@ -20,6 +20,7 @@ class ConverterPanel final : public QObject, public PanelWindow {
   ~ConverterPanel() override;
 
   bool isVisible() const override { return panel_.isVisible(); }
+  void prepare() override { view_->prepare(); }
   void show(std::uint32_t eventTime) override;
   void close() override { panel_.close(); }
   void onClose(std::function<void()> closed) override { panel_.setOnClose(std::move(closed)); }

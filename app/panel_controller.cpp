@@ -37,7 +37,7 @@ void PanelController::togglePanel(std::uint32_t eventTime) {
 
 void PanelController::showPanel(std::uint32_t eventTime) {
   clearTimer_->stop();
-  prepare();
+  make();
   if (!std::exchange(hasBeenShown_, true)) viewModel_->startFresh();
   // One that is already open gets the keyboard back, and keeps what its user has typed.
   if (!panel_->isVisible()) autoPasteFromClipboardIfEnabled();
@@ -51,6 +51,11 @@ void PanelController::closePanel() {
 }
 
 void PanelController::prepare() {
+  make();
+  if (!panel_->isVisible()) panel_->prepare();
+}
+
+void PanelController::make() {
   if (!viewModel_) {
     viewModel_ = environment_.makeViewModel();
     viewModel_->setResting(true);

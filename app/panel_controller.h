@@ -46,6 +46,7 @@ class PanelController {
   void prepare();
 
  private:
+  void make();
   void panelClosed();
   void scheduleClearIfNeeded();
   void autoPasteFromClipboardIfEnabled();

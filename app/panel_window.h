@@ -11,6 +11,8 @@ class PanelWindow {
   virtual ~PanelWindow() = default;
 
   virtual bool isVisible() const = 0;
+  // Loads what the first show will need, while nobody waits for it.
+  virtual void prepare() = 0;
   // Puts the panel in its place, in front, with the keyboard. `eventTime` as in WindowBackend.
   virtual void show(std::uint32_t eventTime) = 0;
   // Hides it, and runs what was set with onClose.

@@ -65,6 +65,16 @@ void ConverterView::setBackdrop(Backdrop backdrop) {
   if (std::exchange(backdrop_, backdrop) != backdrop) update();
 }
 
+void ConverterView::prepare() {
+  render();
+  grab();
+  ResultsView example;
+  example.resize(results_.size());
+  const RowContext& context = environment_.rowContext;
+  example.render(rows({context.clock.now(), source::Now{}, TimeZone::utc()}, context), 0, {});
+  example.grab();
+}
+
 void ConverterView::selectAllInput() {
   // The keyboard may still be on its way to the window.
   if (window()->focusWidget() == &inputRow_.input()) inputRow_.input().selectAll();

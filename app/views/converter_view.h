@@ -49,6 +49,10 @@ class ConverterView : public QWidget {
 
   void setBackdrop(Backdrop backdrop);
 
+  // Loads the fonts, the symbols and the locale's words that the first show and the first result
+  // need, by drawing both where nobody sees it. For a view that is hidden.
+  void prepare();
+
   // Selects all of the input, if that is where the keyboard is.
   void selectAllInput();
 

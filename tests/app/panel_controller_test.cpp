@@ -21,6 +21,7 @@ class FakePanel final : public PanelWindow {
   explicit FakePanel(std::vector<std::string>& record) : record_(record) {}
 
   bool isVisible() const override { return isVisible_; }
+  void prepare() override { record_.push_back("prepare"); }
   void show(std::uint32_t eventTime) override {
     isVisible_ = true;
     record_.push_back("show " + std::to_string(eventTime));
@@ -124,7 +125,14 @@ TEST_F(PanelControllerTest, AsksForTheKeyboardAnewAtEveryShow) {
   EXPECT_NE(first, before);
   controller_.showPanel();
   EXPECT_NE(viewModel_->focusTrigger(), first);
-  EXPECT_THAT(record_, ElementsAre("show 0", "show 0"));
+  EXPECT_THAT(record_, ElementsAre("prepare", "show 0", "show 0"));
+}
+
+TEST_F(PanelControllerTest, IsPreparedOnlyWhileNobodyUsesIt) {
+  controller_.showPanel();
+  controller_.prepare();
+  EXPECT_THAT(record_, ElementsAre("show 0"));
+  EXPECT_EQ(panelsMade_, 1);
 }
 
 TEST_F(PanelControllerTest, ClearsTheInputAMinuteAfterClosing) {
