@@ -1,8 +1,10 @@
 #include "clipboard/views/toast_card.h"
 
 #include <QPainter>
+#include <cmath>
 
 #include "ui/appearance.h"
+#include "ui/colors.h"
 
 namespace horalo {
 
@@ -25,22 +27,34 @@ QRect ToastCard::cardRect() const {
   return rect().adjusted(kPadding, kPadding, -kPadding, -kPadding);
 }
 
+// The same with its edges on physical pixels.
+QRectF ToastCard::cardRect(double scale) const {
+  const auto snapped = [scale](double length) { return std::round(length * scale) / scale; };
+  const QRect card = cardRect();
+  return {QPointF(snapped(card.x()), snapped(card.y())),
+          QPointF(snapped(card.x() + card.width()), snapped(card.y() + card.height()))};
+}
+
 double ToastCard::radius() const {
   return style_.radius > 0 ? style_.radius : cardRect().height() / 2.0;
 }
 
 void ToastCard::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  if (backdrop_ != Backdrop::opaque) {
-    const double scale = painter.device()->devicePixelRatioF();
+  const double scale = painter.deviceTransform().m22();
+  const QRectF card = cardRect(scale);
+  if (backdrop_ == Backdrop::opaque) {
+    // At a scale between two whole numbers the window's shape is rounded up to pixels around the
+    // card.
+    painter.fillRect(rect(), color(ColorRole::material));
+  } else {
     if (shadow_.size() != (QSizeF(size()) * scale).toSize() ||
         shadow_.devicePixelRatio() != scale) {
-      shadow_ = roundedShadow(size(), cardRect(), radius(), style_.shadow, scale);
+      shadow_ = roundedShadow(size(), card, radius(), style_.shadow, scale);
     }
     painter.drawImage(QPointF(0, 0), shadow_);
   }
-  drawMaterial(painter, cardRect(), {radius(), style_.outlineOpacity, style_.outlineWidth},
-               backdrop_);
+  drawMaterial(painter, card, {radius(), style_.outlineOpacity, style_.outlineWidth}, backdrop_);
 }
 
 }  // namespace horalo

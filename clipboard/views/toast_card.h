@@ -36,6 +36,7 @@ class ToastCard : public QWidget {
 
  private:
   QRect cardRect() const;
+  QRectF cardRect(double scale) const;
   double radius() const;
 
   ToastStyle style_;

@@ -269,6 +269,48 @@ TEST_F(ToastViewsTest, areOpaqueAndCutToShapeWithoutACompositor) {
   }
 }
 
+// The window system may round a window's shape up at such scales, and nothing but black would show.
+TEST_F(ToastViewsTest, areOpaqueAroundTheirShapeAtOddScales) {
+  CopiedToastView view;
+  view.setBackdrop(Backdrop::opaque);
+  auto* const card = view.findChild<ToastCard*>();
+  for (const double scale : {1.25, 1.5, 1.75}) {
+    QImage image((QSizeF(card->size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::transparent);
+    card->render(&image, {}, {}, {});
+    const QRect shape = card->shape().boundingRect();
+    const QRect around = QRectF(QPointF(shape.topLeft()) * scale, QSizeF(shape.size()) * scale)
+                             .toAlignedRect()
+                             .adjusted(-1, -1, 1, 1);
+    int translucent = 0;
+    for (int y = around.top(); y <= around.bottom(); ++y) {
+      for (int x = around.left(); x <= around.right(); ++x) {
+        translucent += image.pixelColor(x, y).alpha() < 255 ? 1 : 0;
+      }
+    }
+    EXPECT_EQ(translucent, 0) << scale;
+  }
+}
+
+TEST_F(ToastViewsTest, haveSharpEdgesAtOddScales) {
+  CopiedToastView view;
+  view.setBackdrop(Backdrop::translucent);
+  auto* const card = view.findChild<ToastCard*>();
+  const QRect shape = card->shape().boundingRect();
+  for (const double scale : {1.25, 1.5, 1.75}) {
+    QImage image((QSizeF(card->size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::transparent);
+    card->render(&image, {}, {}, {});
+    // From the shadow to the card there is no pixel that is half of each.
+    const int column = qRound(shape.center().x() * scale);
+    const int edge = qRound((shape.y() + shape.height()) * scale);
+    EXPECT_GT(image.pixelColor(column, edge - 1).alpha(), 240) << scale;
+    EXPECT_LT(image.pixelColor(column, edge).alpha(), 60) << scale;
+  }
+}
+
 TEST_F(ToastViewsTest, fadeAsAWhole) {
   CopiedToastView view;
   view.setBackdrop(Backdrop::translucent);
