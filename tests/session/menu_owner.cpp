@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <cstdio>
+#include <utility>
 
 namespace {
 
@@ -17,7 +18,7 @@ void say(const char* word) {
 
 class MenuOwner final : public QWidget {
  public:
-  MenuOwner() {
+  explicit MenuOwner(bool fillsScreen) : fillsScreen_(fillsScreen) {
     setWindowTitle(QStringLiteral("MenuOwner"));
     setGeometry(100, 100, 300, 200);
     const QAction* const entry = menu_.addAction(QStringLiteral("Entry"));
@@ -32,20 +33,21 @@ class MenuOwner final : public QWidget {
     menu_.popup(event->globalPosition().toPoint());
     QTimer::singleShot(0, this, [] { say("open"); });
   }
+  // Not every window manager obeys a window that wants to fill the screen before it is on it.
+  void paintEvent(QPaintEvent*) override {
+    if (std::exchange(fillsScreen_, false)) QTimer::singleShot(0, this, &QWidget::showFullScreen);
+  }
 
  private:
   QMenu menu_{this};
+  bool fillsScreen_;
 };
 
 }  // namespace
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
-  MenuOwner owner;
-  if (argc > 1) {
-    owner.showFullScreen();
-  } else {
-    owner.show();
-  }
+  MenuOwner owner(argc > 1);
+  owner.show();
   return QApplication::exec();
 }
