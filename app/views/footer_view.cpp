@@ -47,6 +47,7 @@ QSize FooterView::sizeHint() const {
 
 void FooterView::layOut() {
   const auto centred = [this](int right, QSize size) {
+    size.rheight() += (height() - size.height()) % 2;  // all texts on one line
     return QRect(QPoint(right - size.width(), (height() - size.height()) / 2), size);
   };
   // Controls keep room for the focus ring around them, which does not count as spacing.

@@ -97,22 +97,42 @@ void ResultRowView::render(const Content& content) {
 }
 
 void ResultRowView::layOut() {
-  const double left = kPaddingX + labelWidth() + kSpacing;
-  const double right = width() - kPaddingX - kSlotWidth - kSpacing;
-  value_.setText(content_.value, valueFont(right - left), content_.direction);
-  value_.setArea(QRectF(left, 0, right - left, height()));
+  value_.setText(content_.value, valueFont(), content_.direction);
+  value_.setArea(QRectF(valueLeft(), 0, valueRoom(), height()));
+}
+
+QFont ResultRowView::valueFont() const {
+  QFont font = fontOf(valueStyle(content_.isSecondary));
+  font.setPixelSize(std::min(font.pixelSize(), mostValueSize_));
+  return font;
+}
+
+double ResultRowView::valueLeft() const {
+  return kPaddingX + labelWidth() + kSpacing;
+}
+
+double ResultRowView::valueRoom() const {
+  return width() - kPaddingX - kSlotWidth - kSpacing - valueLeft();
 }
 
 // A text that the desktop enlarges gives that up again before it loses its end.
-QFont ResultRowView::valueFont(double room) const {
+int ResultRowView::fittingValueSize() const {
   const TextStyle& style = valueStyle(content_.isSecondary);
-  QFont font = fontOf(style);
+  const QFont font = fontOf(style);
+  const int size = font.pixelSize();
   const int usual = qRound(style.size);
-  if (font.pixelSize() <= usual) return font;
+  if (size <= usual) return size;
   const double width = QFontMetricsF(font).horizontalAdvance(content_.value);
-  if (width > room)
-    font.setPixelSize(std::max(usual, static_cast<int>(font.pixelSize() * room / width)));
-  return font;
+  if (width <= valueRoom()) return size;
+  return std::max(usual, static_cast<int>(size * valueRoom() / width));
+}
+
+void ResultRowView::limitValueSize(int most) {
+  const int before = valueFont().pixelSize();
+  mostValueSize_ = most;
+  if (valueFont().pixelSize() == before) return;
+  layOut();
+  update();
 }
 
 void ResultRowView::resizeEvent(QResizeEvent* event) {

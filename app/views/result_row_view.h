@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <limits>
 #include <optional>
 
 #include "app/views/selectable_line.h"
@@ -32,6 +33,12 @@ class ResultRowView : public QWidget, public AccessibleNode {
   QString selectedText() const { return value_.selectedText(); }
   void clearSelection();
 
+  // The size in pixels at which the value fits, at most that of its style; and the most it may
+  // have, so that the rows' values can be of one size.
+  int fittingValueSize() const;
+  void limitValueSize(int most);
+  int valueSize() const { return valueFont().pixelSize(); }
+
   // The height of a row with its paddings as they should be, and the least that it can do with.
   static int preferredHeight();
   static int leastHeight();
@@ -59,13 +66,16 @@ class ResultRowView : public QWidget, public AccessibleNode {
  private:
   void updateLook();
   void layOut();
-  QFont valueFont(double room) const;
+  QFont valueFont() const;
+  double valueLeft() const;
+  double valueRoom() const;
   QRectF slotRect() const;
   void paintCopyHint(QPainter& painter) const;
 
   Content content_;
   QFont labelFont_;
   SelectableLine value_;
+  int mostValueSize_ = std::numeric_limits<int>::max();
 
   // A press that is under way, and whether it has become a selection.
   std::optional<QPointF> pressedAt_;

@@ -51,6 +51,7 @@ void ResultsView::render(const std::array<ResultRow, kRowCount>& rows, int selec
                       .isCopied = i == copiedRowIndex,
                       .direction = directionOf(i)});
   }
+  fitValues();
   if (std::exchange(selectedIndex_, selectedIndex) != selectedIndex) reveal(selectedIndex);
 }
 
@@ -74,6 +75,14 @@ void ResultsView::layOut() {
     views_[static_cast<std::size_t>(i)].setGeometry(kPadding, rowTop(i) - scroll_,
                                                     width() - 2 * kPadding, rowHeight_);
   }
+  fitValues();
+}
+
+// Digits stand below each other, so the longest value decides for all.
+void ResultsView::fitValues() {
+  int size = views_.front().fittingValueSize();
+  for (const ResultRowView& row : views_) size = std::min(size, row.fittingValueSize());
+  for (ResultRowView& row : views_) row.limitValueSize(size);
 }
 
 int ResultsView::rowTop(int index) const {

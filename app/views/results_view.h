@@ -38,6 +38,7 @@ class ResultsView : public QWidget, public AccessibleNode {
 
  private:
   void layOut();
+  void fitValues();
   int rowTop(int index) const;
   int overflow() const;  // how much taller the rows are than the view
   void scrollTo(int offset);

@@ -7,6 +7,7 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QTest>
+#include <set>
 
 #include "tests/fakes/fake_pasteboard.h"
 #include "ui/colors.h"
@@ -263,6 +264,25 @@ TEST(ConverterInput, ItsCaretStandsClearOfTheFirstLetter) {
     EXPECT_THAT(image.pixelColor(0, middle), Eq(accent));
     EXPECT_THAT(image.pixelColor(ConverterInput::kTextInset - 1, middle), Eq(accent));
     EXPECT_THAT(image.pixelColor(ConverterInput::kTextInset, middle), testing::Ne(accent));
+  }
+}
+
+// The library would draw a line of its own in the colour of the text.
+TEST(ConverterInput, ItHasOneCaretAtEveryScale) {
+  for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+    Field field;
+    field.input.setText(QStringLiteral(" "));
+    QImage image(field.input.size() * scale, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::white);
+    field.input.render(&image, {}, {}, QWidget::DrawChildren);
+    std::set<QRgb> colours;
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < image.width(); ++x) colours.insert(image.pixel(x, y));
+    }
+    EXPECT_THAT(colours, testing::UnorderedElementsAre(QColor(Qt::white).rgba(),
+                                                       color(ColorRole::accent).rgba()))
+        << scale;
   }
 }
 

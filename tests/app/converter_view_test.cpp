@@ -60,6 +60,16 @@ TEST(ConverterView, TheClearButtonComesWithTheFirstCharacterAndClears) {
   EXPECT_TRUE(panel.input().hasFocus());
 }
 
+TEST(ConverterView, TheFootersTextsStandOnOneLine) {
+  PanelWindow panel;
+  panel.type(QStringLiteral("now"));
+  const auto isCentred = [](const QWidget& widget) {
+    return 2 * widget.y() + widget.height() == widget.parentWidget()->height();
+  };
+  EXPECT_TRUE(isCentred(panel.utc()));
+  EXPECT_TRUE(isCentred(panel.find<TimezonePickerView>()));
+}
+
 TEST(ConverterView, ArrowsStopAtBothEnds) {
   PanelWindow panel;
   panel.type(QStringLiteral("1704067200"));

@@ -210,6 +210,24 @@ TEST(ResultRowView, IsAListItemNamedAfterLabelAndValue) {
   EXPECT_TRUE(node->state().selectable);
 }
 
+// Digits stand below each other also where the longest value has to become smaller.
+TEST(ResultsView, LargeValuesAreAllOfOneSize) {
+  DesktopAppearance desktop;
+  desktop.textScale = 1.6;
+  Appearance::shared().setDesktop(desktop);
+  PanelWindow panel;
+  panel.type(QStringLiteral("1704067200"));
+  const int usual = 14;
+  const int large = qRound(1.6 * usual);
+  EXPECT_THAT(panel.row(0).fittingValueSize(), Eq(large));
+  EXPECT_THAT(panel.row(2).fittingValueSize(),
+              testing::AllOf(testing::Ge(usual), testing::Lt(large)));
+  EXPECT_THAT(panel.row(0).valueSize(), Eq(panel.row(2).fittingValueSize()));
+  EXPECT_THAT(panel.row(3).valueSize(), Eq(panel.row(2).fittingValueSize()));
+  Appearance::shared().setDesktop({});
+  EXPECT_THAT(panel.row(0).valueSize(), Eq(usual));
+}
+
 TEST(ResultsView, LargeTextsGiveUpPaddingAndThenScroll) {
   struct Case {
     double scale;
