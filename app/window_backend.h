@@ -7,6 +7,7 @@
 #include "base/geometry.h"
 
 class QMouseEvent;
+class QRegion;
 class QWidget;
 
 namespace horalo {
@@ -55,6 +56,10 @@ class WindowBackend {
   virtual bool canBlur() const = 0;
   // Calls `changed`, for as long as the backend lives, whenever either may have changed.
   virtual void onCompositingChanged(std::function<void()> changed) = 0;
+
+  // Cuts the window to a region of its physical pixels, which is its hit area too; an empty one
+  // gives it back its rectangle.
+  virtual void setShape(QWidget& window, const QRegion& pixels) = 0;
 
   // Asks for a blur behind a window with corners of `radius`; nothing happens where there is none.
   virtual void setBlurBehind(QWidget& window, double radius) = 0;

@@ -30,14 +30,19 @@ void drawMaterial(QPainter& painter, const QRectF& rect, const MaterialShape& sh
                   Backdrop backdrop) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  if (backdrop == Backdrop::opaque) {
-    painter.fillRect(rect, fill(backdrop));
-  } else {
-    painter.setBrush(fill(backdrop));
-    painter.drawRoundedRect(rect, shape.radius, shape.radius);
-  }
-  if (shape.outlineOpacity <= 0) return;
   const double width = snappedThickness(painter, shape.outlineWidth);
+  if (backdrop == Backdrop::opaque) {
+    // The window is cut in whole pixels: the outline goes on to wherever that is.
+    painter.fillRect(rect, fill(backdrop));
+    painter.fillRect(rect, color(ColorRole::primary, shape.outlineOpacity));
+    painter.setBrush(fill(backdrop));
+    painter.drawRoundedRect(rect.adjusted(width, width, -width, -width), shape.radius - width,
+                            shape.radius - width);
+    return;
+  }
+  painter.setBrush(fill(backdrop));
+  painter.drawRoundedRect(rect, shape.radius, shape.radius);
+  if (shape.outlineOpacity <= 0) return;
   const double half = width / 2;
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(color(ColorRole::primary, shape.outlineOpacity), width));

@@ -50,11 +50,10 @@ void FloatingPanel::makeKeyAndOrderFront(std::uint32_t eventTime) {
 void FloatingPanel::updateBackdrop() {
   const bool composited = backend_.isComposited();
   const bool blurred = composited && backend_.canBlur();
-  if (composited) {
-    clearMask();
-  } else {
-    setMask(roundedMask(rect(), ConverterView::kRadius));
-  }
+  const double scale = devicePixelRatioF();
+  const QRect pixels(0, 0, qRound(width() * scale), qRound(height() * scale));
+  backend_.setShape(*this,
+                    composited ? QRegion() : roundedMask(pixels, ConverterView::kRadius * scale));
   if (blurred) backend_.setBlurBehind(*this, ConverterView::kRadius);
   contentView_->setBackdrop(blurred      ? Backdrop::blurred
                             : composited ? Backdrop::translucent

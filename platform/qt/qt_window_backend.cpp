@@ -3,7 +3,9 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
+#include <QRegion>
 #include <QScreen>
+#include <QTransform>
 #include <QWidget>
 
 #include "platform/qt/screen_coordinates.h"
@@ -81,6 +83,12 @@ void QtWindowBackend::orderFront(QWidget& window, std::uint32_t) {
   window.show();
   window.raise();
   if (takesKeyboard(window)) window.activateWindow();
+}
+
+// The library cuts in device-independent pixels, so that the edge is coarser than the screen.
+void QtWindowBackend::setShape(QWidget& window, const QRegion& pixels) {
+  const double ratio = window.devicePixelRatioF();
+  window.setMask(QTransform::fromScale(1 / ratio, 1 / ratio).map(pixels));
 }
 
 std::optional<ScreenFrames> QtWindowBackend::mainScreen() const {

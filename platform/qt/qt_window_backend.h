@@ -15,6 +15,7 @@ class QtWindowBackend : public WindowBackend {
   void setFrameOrigin(QWidget& window, Point origin) override;
   Rect frame(const QWidget& window) const override;
   void orderFront(QWidget& window, std::uint32_t eventTime) override;
+  void setShape(QWidget& window, const QRegion& pixels) override;
   std::optional<ScreenFrames> mainScreen() const override;
   std::optional<ScreenFrames> screenOf(const QWidget& window) const override;
   Point pointerLocation(const QMouseEvent& event) const override;

@@ -1,5 +1,7 @@
 #include "platform/x11/desktop_properties.h"
 
+#include <xcb/shape.h>
+
 #include <QGuiApplication>
 #include <array>
 #include <cstring>
@@ -154,6 +156,23 @@ QSize DesktopProperties::xScreenSize() const {
   const XcbOwned<xcb_get_geometry_reply_t> root(
       xcb_get_geometry_reply(xcb_, xcb_get_geometry(xcb_, screen_->root), nullptr));
   return root ? QSize(root->width, root->height) : QSize();
+}
+
+void DesktopProperties::setShape(xcb_window_t window, const QRegion& pixels) {
+  if (xcb_ == nullptr) return;
+  if (pixels.isEmpty()) {
+    xcb_shape_mask(xcb_, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, window, 0, 0, XCB_NONE);
+    return;
+  }
+  std::vector<xcb_rectangle_t> rectangles;
+  for (const QRect& rect : pixels) {
+    rectangles.push_back({static_cast<std::int16_t>(rect.x()), static_cast<std::int16_t>(rect.y()),
+                          static_cast<std::uint16_t>(rect.width()),
+                          static_cast<std::uint16_t>(rect.height())});
+  }
+  xcb_shape_rectangles(xcb_, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_YX_BANDED,
+                       window, 0, 0, static_cast<std::uint32_t>(rectangles.size()),
+                       rectangles.data());
 }
 
 bool DesktopProperties::offersBlur() {

@@ -29,6 +29,9 @@ class DesktopProperties {
   std::vector<Strut> struts();
   QSize xScreenSize() const;
 
+  // Cuts the window to a region; an empty one gives it back its rectangle.
+  void setShape(xcb_window_t window, const QRegion& pixels);
+
   // Whether a compositor offers to blur what lies behind windows.
   bool offersBlur();
   void setBlurRegion(xcb_window_t window, const QRegion& pixels);

@@ -57,6 +57,10 @@ void X11WindowBackend::onCompositingChanged(std::function<void()> changed) {
   });
 }
 
+void X11WindowBackend::setShape(QWidget& window, const QRegion& pixels) {
+  properties_.setShape(xWindow(window), pixels);
+}
+
 void X11WindowBackend::setBlurBehind(QWidget& window, double radius) {
   const double ratio = window.devicePixelRatioF();
   const QRectF area(0, 0, window.width() * ratio, window.height() * ratio);

@@ -22,6 +22,7 @@ class X11WindowBackend final : public QtWindowBackend {
   bool isComposited() const override;
   bool canBlur() const override;
   void onCompositingChanged(std::function<void()> changed) override;
+  void setShape(QWidget& window, const QRegion& pixels) override;
   void setBlurBehind(QWidget& window, double radius) override;
 
  protected:

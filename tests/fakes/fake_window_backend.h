@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRegion>
 #include <QWidget>
 #include <functional>
 #include <map>
@@ -21,6 +22,7 @@ class FakeWindowBackend final : public WindowBackend {
   Point pointer{720, 450};
   std::map<const QWidget*, WindowRole> roles;
   std::map<const QWidget*, Point> origins;
+  std::map<const QWidget*, QRegion> shapes;
   std::map<const QWidget*, int> timesInFront;
 
   // The compositor comes or goes.
@@ -57,6 +59,7 @@ class FakeWindowBackend final : public WindowBackend {
   void onCompositingChanged(std::function<void()> changed) override {
     compositingObservers_.push_back(std::move(changed));
   }
+  void setShape(QWidget& window, const QRegion& pixels) override { shapes[&window] = pixels; }
   void setBlurBehind(QWidget&, double) override {}
 
  private:

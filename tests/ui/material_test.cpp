@@ -52,6 +52,24 @@ TEST(Material, IsOutlinedInside) {
   EXPECT_THAT(image.pixelColor(50, 1), Eq(color(ColorRole::material)));
 }
 
+// The corner's pixels that the window's shape leaves are outline, not material.
+TEST(Material, ItsOutlineReachesTheEdgeOfTheShape) {
+  const QImage image = drawn(Backdrop::opaque);
+  const QColor outline = image.pixelColor(50, 0);
+  const QRegion mask = roundedMask(image.rect(), kShape.radius);
+  int run = 0;
+  for (int x = 0; x < 12; ++x) {
+    for (int y = 0; y < 12; ++y) {
+      const bool isEdge = mask.contains(QPoint(x, y)) && !mask.contains(QPoint(x - 1, y - 1));
+      if (!isEdge) continue;
+      EXPECT_THAT(image.pixelColor(x, y), testing::Ne(color(ColorRole::material))) << x << ' ' << y;
+      ++run;
+    }
+  }
+  EXPECT_THAT(run, Gt(12));
+  EXPECT_THAT(image.pixelColor(0, 0), Eq(outline));
+}
+
 TEST(RoundedMask, IsRoundAtItsCornersAndSymmetric) {
   const QRegion mask = roundedMask(QRect(0, 0, 100, 60), 12);
   EXPECT_FALSE(mask.contains(QPoint(0, 0)));
