@@ -57,8 +57,9 @@ def run(*command, seconds=10, env=None, **options):
         return subprocess.CompletedProcess(command, 124, "", "no end after %s s" % seconds)
 
 
-def end(process, seconds=3.0):
-    """Ends a program politely, else by force; gives its status."""
+def end(process, seconds=20.0):
+    """Ends a program politely, else by force; gives its status. How fast it ends is tested elsewhere,
+    so the time is that of a busy computer."""
     if process.poll() is None:
         process.send_signal(signal.SIGCONT)
         process.terminate()
