@@ -1,6 +1,7 @@
 """Horalo on a desktop of its own, beside a bare program that has what every such program needs.
 
-Both are measured in turn, so that whatever else the machine does falls on both; figures are medians.
+Both are measured in turn, so that whatever else the machine does falls on both, and each round waits
+for a quiet moment; figures are medians.
 """
 
 import os
@@ -10,6 +11,7 @@ import statistics
 import sys
 import time
 
+from machine import QuietMachine
 from table import Row
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -21,10 +23,13 @@ import screen
 from desktop import Desktop
 from processes import end, marked, run, start, until
 
-STARTS, PROCESSES, SHOWS, COPIES = 15, 5, 10, 5
+STARTS, FIRST_USES, LATER_USES, SHOWS, COPIES = 21, 11, 5, 8, 9
 KEYS = "1704067200"
 BELOW_THE_INPUT = 80  # pixels from the window's top
 IDLE = 10  # seconds
+# How often a refresh of the rows wakes the threads of a program: the timer, the painting and what
+# the X server answers, twice if two of them fall into the time.
+REFRESH = 8
 TOAST = "Horalo Conversion Toast"
 # The clipboard is looked at each 0.3 s, and a toast may take 40 ms to make.
 MOST_TO_TOAST = 340
@@ -72,6 +77,7 @@ class Candidate:
     def hide(self):
         screen.press_shortcut()
         until(lambda: not screen.windows(self.title))
+        settle(self.process.pid)
 
     def type(self):
         screen.key("ctrl+a", "BackSpace")
@@ -87,7 +93,6 @@ class Candidate:
         first_show = self.show()
         self.type()
         self.hide()
-        settle(self.process.pid)
         memory = pss(self.process.pid)
         self.show()
         second = self.open_second()
@@ -150,25 +155,28 @@ def idle(pid):
     return switches(pid) - count, (processor_time(pid) - used) / IDLE
 
 
-def in_turn(candidates, rounds, measure):
+def in_turn(machine, candidates, rounds, measure):
     """What `measure` gave for each candidate in each round, as one list a candidate."""
-    given = [[measure(candidate) for candidate in candidates] for _ in range(rounds)]
-    return list(zip(*given))
+    def quietly(candidate):
+        machine.wait()
+        return measure(candidate)
+
+    return list(zip(*[[quietly(candidate) for candidate in candidates] for _ in range(rounds)]))
 
 
 def medians(columns):
     return [statistics.median(column) for column in columns]
 
 
-def latency(horalo, bare):
+def latency(machine, horalo, bare):
     for candidate in (horalo, bare):  # once to have all files in memory
         candidate.time_start()
-    starts = medians(in_turn((horalo, bare), STARTS, Candidate.time_start))
+    starts = medians(in_turn(machine, (horalo, bare), STARTS, Candidate.time_start))
     rows = [Row("start to shortcut active", *starts, "ms", "a bare program", 1.5)]
 
-    uses = in_turn((horalo, bare), PROCESSES, Candidate.use_once)
+    uses = in_turn(machine, (horalo, bare), FIRST_USES, Candidate.use_once)
     first, memory, second = zip(*(medians(zip(*one)) for one in uses))
-    often = in_turn((horalo, bare), 2, Candidate.use_often)
+    often = in_turn(machine, (horalo, bare), LATER_USES, Candidate.use_often)
     shows = medians([sum((shows for shows, _ in one), []) for one in often])
     keys = medians([sum((keys for _, keys in one), []) for one in often])
     rows += [
@@ -203,11 +211,17 @@ def copyq_memory():
         end(server)
 
 
-def idle_rows(horalo):
-    horalo.start()
-    horalo.show()
-    horalo.type()
-    shown, _ = idle(horalo.process.pid)
+def idle_when_shown(candidate):
+    candidate.start()
+    candidate.show()
+    candidate.type()
+    return idle(candidate.process.pid)[0]
+
+
+def idle_rows(machine, horalo, bare):
+    bare_shown = idle_when_shown(bare)
+    bare.end()
+    shown = idle_when_shown(horalo)
     horalo.hide()
     closed, _ = idle(horalo.process.pid)
     horalo.end()
@@ -217,6 +231,7 @@ def idle_rows(horalo):
     watching, share = idle(horalo.process.pid)
     times = []
     for i in range(COPIES):
+        machine.wait()
         times.append(horalo.probe.painted("copy", str(1_704_067_200 + i), TOAST))
         until(lambda: not screen.windows(TOAST), 20)
     horalo.end()
@@ -224,8 +239,9 @@ def idle_rows(horalo):
     allowed = "what is allowed"
     return [
         Row(f"wake-ups in {IDLE} s, panel closed", closed, 0, "", allowed, 1),
-        # A date long past is shown anew each 10 s; the caret blinks each half second.
-        Row(f"wake-ups in {IDLE} s, a result shown", shown, 2 * IDLE + 5, "", allowed, 1),
+        # The caret blinks in either; a date long past is shown anew each 10 s.
+        Row(f"wake-ups in {IDLE} s, a result shown", shown, bare_shown + REFRESH, "",
+            "a bare caret and a refresh", 1),
         Row(f"wake-ups in {IDLE} s, watching", watching, 5 * IDLE, "", allowed, 1),
         Row("processor time, watching", share * 100, 0.2, "%", allowed, 1),
         Row("copy to toast painted, slowest", max(times), MOST_TO_TOAST, "ms", allowed, 1),
@@ -240,8 +256,11 @@ def measure(build):
         horalo = Candidate(probe, [str(build / "horalo"), "--background"], "Horalo",
                            "Horalo Settings")
         bare = Candidate(probe, [str(build / "bench" / "bare")], "Bare", "Bare Second")
-        rows, memory = latency(horalo, bare)
-        rows += idle_rows(horalo)
+        machine = QuietMachine()
+        rows, memory = latency(machine, horalo, bare)
+        rows += idle_rows(machine, horalo, bare)
+        if machine.disturbed:
+            print(machine.complaint(), file=sys.stderr)
         peer = copyq_memory()
         if peer:
             rows.append(Row("memory after first use", memory, peer, "KiB", "CopyQ", 0.75))
