@@ -51,7 +51,7 @@ InstanceReply send(std::string_view command) {
 std::filesystem::path agentProgram() {
   std::error_code ignored;
   const auto folder = std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path();
-  const auto beside = folder / "horalo-agent";
+  auto beside = folder / "horalo-agent";
   if (std::filesystem::exists(beside, ignored)) return beside;
   return folder.parent_path() / "lib" / "horalo" / "horalo-agent";
 }

@@ -10,7 +10,7 @@
 namespace horalo {
 namespace {
 
-constexpr std::size_t kUsualSize = 256 * 1024;
+constexpr std::size_t kUsualSize = 262'144;
 
 }  // namespace
 

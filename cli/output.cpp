@@ -8,7 +8,7 @@
 namespace horalo {
 namespace {
 
-constexpr std::size_t kPieceSize = 64 * 1024;
+constexpr std::size_t kPieceSize = 65'536;
 
 }  // namespace
 

@@ -59,8 +59,8 @@ CivilDate dateOfDay(std::int64_t daysSinceEpoch) {
 }
 
 std::int64_t civilSeconds(const CivilTime& time) {
-  return daysSinceEpoch(time.date) * kSecondsPerDay + time.hour * 3'600 + time.minute * 60 +
-         time.second;
+  const int minutes = time.hour * 60 + time.minute;
+  return daysSinceEpoch(time.date) * kSecondsPerDay + minutes * std::int64_t{60} + time.second;
 }
 
 CivilTime civilTimeOf(std::int64_t civilSeconds) {
