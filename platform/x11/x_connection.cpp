@@ -70,11 +70,17 @@ bool XConnection::answerOne() {
   return true;
 }
 
-bool XConnection::serveOne() {
-  if (answerOne()) return true;
-  const XcbOwned<xcb_generic_event_t> event{xcb_poll_for_event(xcb_)};
+bool XConnection::serveEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*)) {
+  const XcbOwned<xcb_generic_event_t> event{poll(xcb_)};
   if (event && handler_) handler_(*event);
   return event != nullptr;
+}
+
+// Looking for an event may read an answer off the socket, and the other way round; nobody would
+// hear of what was read and left lying, so the last look is at what is there already.
+bool XConnection::serveOne() {
+  return answerOne() || serveEvent(xcb_poll_for_event) || answerOne() ||
+         serveEvent(xcb_poll_for_queued_event);
 }
 
 void XConnection::drain() {
@@ -100,10 +106,13 @@ void XConnection::serveUntil(const std::function<bool()>& done, double seconds) 
   const QDeadlineTimer deadline(std::chrono::duration_cast<std::chrono::milliseconds>(
       std::chrono::duration<double>(seconds)));
   while (isAlive()) {
-    while (!done() && !deadline.hasExpired() && serveOne()) {
+    do {
+      xcb_flush(xcb_);
+    } while (!done() && !deadline.hasExpired() && serveOne());
+    if (done() || deadline.hasExpired()) {
+      drainSoon();
+      return;
     }
-    flush();
-    if (done() || deadline.hasExpired()) return;
     pollfd socket{xcb_get_file_descriptor(xcb_), POLLIN, 0};
     poll(&socket, 1, static_cast<int>(deadline.remainingTime()));
   }

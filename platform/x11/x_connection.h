@@ -92,6 +92,7 @@ class XConnection {
   void drain();
   void drainSoon();
   bool serveOne();
+  bool serveEvent(xcb_generic_event_t* (*poll)(xcb_connection_t*));
   bool answerOne();
 
   xcb_connection_t* xcb_;  // never null, even where connecting failed
