@@ -17,9 +17,11 @@ class ViewWindow : public Interface {
   ViewWindow(WindowBackend& backend, WindowRole role) : backend_(backend) {
     view_.setAttribute(Qt::WA_QuitOnClose, false);
     backend_.configure(view_, role);
-    backend_.onCompositingChanged([this] {
+    const auto update = [this] {
       if (view_.isVisible()) updateBackdrop();
-    });
+    };
+    backend_.onCompositingChanged(update);
+    QObject::connect(&view_, &ToastView::fitted, &view_, update);
   }
 
   Size fittingSize() const override {
@@ -42,7 +44,9 @@ class ViewWindow : public Interface {
 
  private:
   void updateBackdrop() {
-    view_.setBackdrop(backend_.isComposited() ? Backdrop::translucent : Backdrop::opaque);
+    const bool composited = backend_.isComposited();
+    view_.setBackdrop(composited ? Backdrop::translucent : Backdrop::opaque);
+    backend_.setShape(view_, composited ? QRegion() : view_.shape());
   }
 
   WindowBackend& backend_;

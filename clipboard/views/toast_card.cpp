@@ -20,7 +20,11 @@ void ToastCard::setBackdrop(Backdrop backdrop) {
 }
 
 QRegion ToastCard::shape() const {
-  return roundedMask(cardRect(), radius());
+  const double scale = devicePixelRatioF();
+  const QRectF card = cardRect(scale);
+  const QRect pixels(qRound(card.x() * scale), qRound(card.y() * scale),
+                     qRound(card.width() * scale), qRound(card.height() * scale));
+  return roundedMask(pixels, radius() * scale);
 }
 
 QRect ToastCard::cardRect() const {

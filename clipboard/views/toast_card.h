@@ -28,7 +28,7 @@ class ToastCard : public QWidget {
   void setBackdrop(Backdrop backdrop);
   Backdrop backdrop() const { return backdrop_; }
 
-  // The pixels of the card itself.
+  // The physical pixels of the card itself.
   QRegion shape() const;
 
  protected:

@@ -22,7 +22,6 @@ ToastView::ToastView(const ToastStyle& style, const QString& title)
 
 void ToastView::setBackdrop(Backdrop backdrop) {
   card_.setBackdrop(backdrop);
-  updateShape();
   showAlpha(alpha_);
 }
 
@@ -54,20 +53,12 @@ void ToastView::fitContent() {
   resize(size);
   card_.resize(size);
   layOut();
-  updateShape();
+  Q_EMIT fitted();
 }
 
 void ToastView::layOut() {
   card_.layout()->invalidate();
   card_.layout()->activate();
-}
-
-void ToastView::updateShape() {
-  if (card_.backdrop() == Backdrop::opaque) {
-    setMask(card_.shape());
-  } else {
-    clearMask();
-  }
 }
 
 }  // namespace horalo

@@ -15,12 +15,18 @@ class ToastView : public QWidget {
  public:
   ToastView(const ToastStyle& style, const QString& title);
 
-  // What lies behind the window; to be told before it is shown. Without a compositor the window is
-  // cut to the card's shape, and nothing fades.
+  // What lies behind the window; to be told before it is shown. Without a compositor nothing fades,
+  // and the window is to be cut to shape().
   void setBackdrop(Backdrop backdrop);
+  // The physical pixels of the card.
+  QRegion shape() const { return card_.shape(); }
 
   void setAlpha(double alpha);
   void animateAlpha(double alpha, double seconds);
+
+ Q_SIGNALS:
+  // The window has another size, or another shape.
+  void fitted();
 
  protected:
   ToastCard& card() { return card_; }
@@ -30,7 +36,6 @@ class ToastView : public QWidget {
  private:
   void showAlpha(double alpha);
   void layOut();
-  void updateShape();
 
   ToastCard card_;
   QGraphicsOpacityEffect* const effect_;  // the card's

@@ -70,10 +70,10 @@ TEST_F(ToastWindowsTest, followACompositorThatComesOrGoesBetweenTwoShows) {
   backend_.composited = false;
   const auto window = makeCopiedToastWindow(backend_);
   window->orderFront();
-  EXPECT_FALSE(widget().mask().isEmpty());
+  EXPECT_FALSE(backend_.shapes.at(&widget()).isEmpty());
   backend_.composited = true;
   window->orderFront();
-  EXPECT_TRUE(widget().mask().isEmpty());
+  EXPECT_TRUE(backend_.shapes.at(&widget()).isEmpty());
 }
 
 TEST_F(ToastWindowsTest, followACompositorThatComesOrGoesWhileTheyAreShown) {
@@ -86,9 +86,21 @@ TEST_F(ToastWindowsTest, followACompositorThatComesOrGoesWhileTheyAreShown) {
   for (const bool composited : {false, true}) {
     backend_.setComposited(composited);
     for (const auto& [window, role] : backend_.roles) {
-      EXPECT_EQ(window->mask().isEmpty(), composited) << window->windowTitle().toStdString();
+      EXPECT_EQ(backend_.shapes.at(window).isEmpty(), composited)
+          << window->windowTitle().toStdString();
     }
   }
+}
+
+TEST_F(ToastWindowsTest, areCutAnewToEachContent) {
+  backend_.composited = false;
+  const auto window = makeConversionToastWindow(backend_);
+  window->setToast(toast("1"));
+  window->orderFront();
+  const QRect small = backend_.shapes.at(&widget()).boundingRect();
+  EXPECT_EQ(small, widget().rect().adjusted(16, 16, -16, -16));
+  window->setToast(toast(std::string(100, '1')));
+  EXPECT_GT(backend_.shapes.at(&widget()).boundingRect().width(), small.width() + 100);
 }
 
 TEST_F(ToastWindowsTest, tellWhetherMotionIsWanted) {
