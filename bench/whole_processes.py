@@ -31,12 +31,16 @@ def run(command, stdin=os.devnull, stdout=os.devnull):
     return seconds
 
 
-def peak_memory(command, stdin):
-    """The most memory in KiB that a process had in use by the time it had read a whole file."""
-    with subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
-                          env=ENVIRONMENT) as process:
-        process.stdin.write(stdin.read_bytes())
+def peak_memory(command, stdin, output):
+    """The most memory in KiB that a process had in use by the time it had answered a whole file."""
+    lines = stdin.read_bytes()
+    answered = lines.count(b"\n") * len("1970-01-01T00:00:00Z\n")
+    with output.open("wb") as out, subprocess.Popen(command, stdin=subprocess.PIPE, stdout=out,
+                                                    env=ENVIRONMENT) as process:
+        process.stdin.write(lines)
         process.stdin.flush()
+        while output.stat().st_size < answered and process.poll() is None:
+            time.sleep(0.001)
         status = pathlib.Path(f"/proc/{process.pid}/status").read_text(encoding="ascii")
         process.stdin.close()
     return int(re.search(r"VmHWM:\s*(\d+) kB", status).group(1))
@@ -99,7 +103,7 @@ def measure(build):
         rows += million_lines(files, horalo, "ISO 8601", files.dates,
                               ["dateutils.dconv", "-i", ISO, "-f", ISO],
                               ["date", "-u", "-f", str(files.dates), f"+{ISO}"])
-        memory = [peak_memory([horalo, "convert", "--only", "iso"], file)
+        memory = [peak_memory([horalo, "convert", "--only", "iso"], file, files.output)
                   for file in (files.seconds, files.few_seconds)]
         rows.append(Row("memory for 1,000,000 lines", *memory, "KiB", "for 10,000", 1.05))
     ours, peer = interleaved([lambda: run([horalo, "convert", "1704067200"]),
