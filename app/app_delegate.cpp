@@ -192,7 +192,7 @@ void AppDelegate::checkForUpdates() {
 }
 
 void AppDelegate::quit() {
-  QCoreApplication::quit();
+  QCoreApplication::exit();  // which no window can refuse
 }
 
 StatusReport AppDelegate::status() const {

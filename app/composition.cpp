@@ -111,7 +111,7 @@ std::unique_ptr<Updater> Composition::makeUpdater(UpdateAlert& alert) {
   return startUpdater({.timers = timers_,
                        .clock = RowContext::shared().clock,
                        .relaunch = relaunch_,
-                       .quit = [] { QCoreApplication::quit(); },
+                       .quit = [] { QCoreApplication::exit(); },
                        .alert = [&alert](const QString& message,
                                          const QString& advice) { alert.show(message, advice); }});
 }

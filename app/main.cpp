@@ -64,7 +64,8 @@ int run(bool background, Relaunch& relaunch) {
   QApplication::setApplicationVersion(QString::fromStdString(runningVersion()));
   QApplication::setDesktopFileName(QStringLiteral("org.horalo.Horalo"));
   QApplication::setQuitOnLastWindowClosed(false);
-  signals.onTermination([] { QApplication::quit(); });
+  // Not quit(), which a window may refuse when it is asked to close.
+  signals.onTermination([] { QApplication::exit(); });
   // A session manager that starts again what was running would start a second one.
   const auto startAtLoginAlone = [](QSessionManager& manager) {
     manager.setRestartHint(QSessionManager::RestartNever);

@@ -130,6 +130,12 @@ class SettingsTest(SessionTest):
         self.eventually_equal("⇧⌘E", lambda: self.recorder().get_description())
         self.open_panel()
 
+    def test_the_program_ends_with_all_its_windows_open(self):
+        self.open_panel()
+        self.assertNotEqual([], screen.windows("Horalo Settings"))
+        self.program.process.terminate()
+        self.assertEqual(0, self.program.process.wait(10))
+
 
 if __name__ == "__main__":
     case.main()
