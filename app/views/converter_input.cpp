@@ -53,6 +53,19 @@ QString withShortcut(const QString& title, QKeySequence::StandardKey key) {
   return title + u'\t' + QKeySequence(key).toString(QKeySequence::NativeText);
 }
 
+// How long the user's desktop lets a caret take from coming to coming, in seconds; zero where it is
+// to stand still. The library's own caret, which nobody sees here, is told to stand still, for it
+// would wake the program all the same.
+double caretPeriod() {
+  static const double period = [] {
+    QStyleHints& hints = *QGuiApplication::styleHints();
+    const int users = hints.cursorFlashTime();  // milliseconds
+    hints.setCursorFlashTime(0);
+    return users / 1000.0;
+  }();
+  return period;
+}
+
 }  // namespace
 
 int InputStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
@@ -67,24 +80,20 @@ void InputStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
   QCommonStyle::drawPrimitive(element, option, painter, widget);
 }
 
-ConverterInput::ConverterInput(Pasteboard& pasteboard, Copy copy, KeyCodeOf keyCodeOf,
-                               QWidget* parent)
+ConverterInput::ConverterInput(Environment environment, QWidget* parent)
     : QLineEdit(parent),
-      pasteboard_(pasteboard),
-      copy_(std::move(copy)),
-      keyCodeOf_(std::move(keyCodeOf)) {
+      environment_(std::move(environment)),
+      caret_(environment_.timers, [this] { update(cursorRect()); }) {
+  caretPeriod();
   setStyle(&inputStyle_);
   setFrame(false);
   setMaxLength(kLongestText);
   setAcceptDrops(false);  // a drop waits for the program that it comes from
   setPlaceholderText(QStringLiteral("Enter timestamp or date..."));
   setAccessibleName(placeholderText());
-  connect(&blink_, &QTimer::timeout, this, [this] {
-    caretShown_ = !caretShown_;
-    update(cursorRect());
-  });
   connect(this, &QLineEdit::cursorPositionChanged, this, &ConverterInput::showCaret);
   connect(this, &QLineEdit::textChanged, this, &ConverterInput::showCaret);
+  connect(this, &QLineEdit::selectionChanged, this, &ConverterInput::showCaret);
   connect(&Appearance::shared(), &Appearance::changed, this, &ConverterInput::updateLook);
   updateLook();
 }
@@ -148,7 +157,7 @@ bool ConverterInput::handleCommandKey(const QKeyEvent& event) {
   const auto modifiers = event.modifiers() & ~(Qt::KeypadModifier | Qt::GroupSwitchModifier);
   const bool shift = modifiers.testFlag(Qt::ShiftModifier);
   const auto command = modifiers & ~Qt::ShiftModifier;
-  const Qt::Key key = commandKey(event, keyCodeOf_);
+  const Qt::Key key = commandKey(event, environment_.keyCodeOf);
   const bool isForeign = key != event.key();
   if (command != Qt::MetaModifier && !(isForeign && command == Qt::ControlModifier)) return false;
   switch (key) {
@@ -177,7 +186,7 @@ bool ConverterInput::handleCommandKey(const QKeyEvent& event) {
 }
 
 void ConverterInput::copySelection() {
-  if (hasSelectedText()) copy_(selectedText().toStdString());
+  if (hasSelectedText()) environment_.copy(selectedText().toStdString());
 }
 
 void ConverterInput::cutSelection() {
@@ -189,7 +198,7 @@ void ConverterInput::cutSelection() {
 void ConverterInput::startPaste(bool mouseSelection) {
   Pasteboard::ReadLimits limits = kPasteLimits;
   limits.mouseSelection = mouseSelection;
-  paste_ = pasteboard_.read(limits, [this](const std::optional<std::string>& text) {
+  paste_ = environment_.pasteboard.read(limits, [this](const std::optional<std::string>& text) {
     if (!text) return;
     const auto kept = this->text().size() - selectedText().size();
     insert(fitting(firstLine(*text), kLongestText - kept));
@@ -226,12 +235,10 @@ void ConverterInput::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void ConverterInput::showCaret() {
-  caretShown_ = hasFocus();
-  const int flash = QGuiApplication::styleHints()->cursorFlashTime();
-  if (caretShown_ && flash > 0) {
-    blink_.start(flash / 2);
+  if (hasFocus() && !hasSelectedText()) {
+    caret_.show(caretPeriod());
   } else {
-    blink_.stop();
+    caret_.hide();
   }
   update(cursorRect());
 }
@@ -253,12 +260,25 @@ void ConverterInput::focusOutEvent(QFocusEvent* event) {
 void ConverterInput::hideEvent(QHideEvent* event) {
   QLineEdit::hideEvent(event);
   paste_.reset();  // nobody waits for it any more
-  blink_.stop();
+  caret_.hide();
+  forgetEdits();
+}
+
+// The library keeps every key for its undo until it is given a text, and this field lives for
+// weeks.
+void ConverterInput::forgetEdits() {
+  const QSignalBlocker blocker(this);
+  const int start = selectionStart();
+  const int length = selectionLength();
+  const int position = cursorPosition();
+  setText(text());
+  setCursorPosition(position);
+  if (start >= 0) setSelection(start, length);
 }
 
 void ConverterInput::paintEvent(QPaintEvent* event) {
   QLineEdit::paintEvent(event);
-  if (!caretShown_ || !hasFocus() || hasSelectedText()) return;
+  if (!caret_.isShown()) return;
   QPainter painter(this);
   // The library tells a rectangle around the caret, wide enough to repaint it.
   const QRectF around = cursorRect();

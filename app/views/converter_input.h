@@ -2,11 +2,11 @@
 
 #include <QCommonStyle>
 #include <QLineEdit>
-#include <QTimer>
 #include <functional>
 #include <memory>
 #include <string>
 
+#include "app/views/caret.h"
 #include "clipboard/pasteboard.h"
 #include "hotkey/views/command_key.h"
 
@@ -32,9 +32,15 @@ class ConverterInput : public QLineEdit {
   // Puts a text on the clipboard, as a copy of our own.
   using Copy = std::function<void(const std::string& text)>;
 
-  // `pasteboard` must outlive the field. Without `keyCodeOf` Command needs a Latin layout.
-  ConverterInput(Pasteboard& pasteboard, Copy copy, KeyCodeOf keyCodeOf = {},
-                 QWidget* parent = nullptr);
+  // What is referred to must outlive the field.
+  struct Environment {
+    Pasteboard& pasteboard;
+    Timers& timers;
+    Copy copy;
+    KeyCodeOf keyCodeOf = {};  // without it Command needs a Latin layout
+  };
+
+  explicit ConverterInput(Environment environment, QWidget* parent = nullptr);
   ~ConverterInput() override;
 
   // Where the middle of capital letters lies, counted from the field's upper edge.
@@ -60,14 +66,12 @@ class ConverterInput : public QLineEdit {
   void cutSelection();
   void startPaste(bool mouseSelection);
   void showCaret();
+  void forgetEdits();
 
-  Pasteboard& pasteboard_;
-  Copy copy_;
-  KeyCodeOf keyCodeOf_;
+  Environment environment_;
   InputStyle inputStyle_;
   std::unique_ptr<Pasteboard::Read> paste_;
-  QTimer blink_;
-  bool caretShown_ = false;
+  Caret caret_;
 };
 
 }  // namespace horalo

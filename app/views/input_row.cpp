@@ -20,10 +20,9 @@ constexpr double kClearSize = 16;
 
 }  // namespace
 
-InputRow::InputRow(Pasteboard& pasteboard, ConverterInput::Copy copy, KeyCodeOf keyCodeOf,
-                   QWidget* parent)
+InputRow::InputRow(ConverterInput::Environment environment, QWidget* parent)
     : QWidget(parent),
-      input_(pasteboard, std::move(copy), std::move(keyCodeOf), this),
+      input_(std::move(environment), this),
       clear_(Symbol::xmarkCircleFill, kClearSize, QStringLiteral("Clear"), this) {
   clear_.hide();
   connect(&input_, &QLineEdit::textChanged, this,

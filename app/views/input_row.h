@@ -13,9 +13,7 @@ namespace horalo {
 class InputRow : public QWidget {
   Q_OBJECT
  public:
-  // `pasteboard` must outlive the row.
-  InputRow(Pasteboard& pasteboard, ConverterInput::Copy copy, KeyCodeOf keyCodeOf,
-           QWidget* parent = nullptr);
+  explicit InputRow(ConverterInput::Environment environment, QWidget* parent = nullptr);
 
   ConverterInput& input() { return input_; }
 

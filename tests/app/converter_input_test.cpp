@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMenu>
@@ -10,6 +11,7 @@
 #include <set>
 
 #include "tests/fakes/fake_pasteboard.h"
+#include "tests/fakes/manual_timers.h"
 #include "ui/colors.h"
 
 namespace horalo {
@@ -37,8 +39,11 @@ struct Field {
   }
 
   FakePasteboard pasteboard;
+  ManualTimers timers;
   std::vector<std::string> copies;
-  ConverterInput input{pasteboard, [this](const std::string& text) { copies.push_back(text); }};
+  ConverterInput input{{.pasteboard = pasteboard,
+                        .timers = timers,
+                        .copy = [this](const std::string& text) { copies.push_back(text); }}};
 };
 
 TEST(ConverterInput, EveryPasteIsFetchedBesideTheEventLoop) {
@@ -302,6 +307,39 @@ TEST(ConverterInput, ItTellsWhereItsTextStands) {
   }
   ASSERT_THAT(top, testing::Gt(0));
   EXPECT_THAT((top + bottom) / 2.0, testing::DoubleNear(field.input.textCentre(), 1));
+}
+
+TEST(ConverterInput, OnlyItsOwnCaretWakesTheProgram) {
+  Field field;
+  EXPECT_EQ(field.timers.pendingCount(), 1U);
+  int looked = 0;
+  for (QObject* part : field.input.findChildren<QObject*>()) {
+    EXPECT_THAT(QAbstractEventDispatcher::instance()->registeredTimers(part), IsEmpty());
+    ++looked;
+  }
+  EXPECT_THAT(looked, testing::Ge(1));
+}
+
+TEST(ConverterInput, NoCaretBlinksUnderASelectionOrElsewhere) {
+  Field field;
+  field.input.setText(QStringLiteral("1704067200"));
+  field.input.selectAll();
+  EXPECT_EQ(field.timers.pendingCount(), 0U);
+  field.press(Qt::Key_End);
+  EXPECT_EQ(field.timers.pendingCount(), 1U);
+  field.input.clearFocus();
+  EXPECT_EQ(field.timers.pendingCount(), 0U);
+}
+
+TEST(ConverterInput, ForgetsItsEditsOnceItIsClosed) {
+  Field field;
+  QTest::keyClicks(&field.input, QStringLiteral("1704067200"));
+  field.press(Qt::Key_Left, Qt::ShiftModifier);
+  ASSERT_TRUE(field.input.isUndoAvailable());
+  field.input.hide();
+  EXPECT_FALSE(field.input.isUndoAvailable());
+  EXPECT_THAT(field.input.text(), Eq(QStringLiteral("1704067200")));
+  EXPECT_THAT(field.input.selectedText(), Eq(QStringLiteral("0")));
 }
 
 }  // namespace

@@ -94,7 +94,7 @@ TEST(Zones, AreReadAsAnotherReaderOfTheSystemsFilesDoes) {
   std::map<std::string, int> answered;
   std::map<std::string, bool> zones;
   int rows = 0, announced = -1, differences = 0;
-  readOracle(std::string(HORALO_ORACLES) + "/zone_answers.py 20261120", [&](const Cells& row) {
+  readOracle("'" HORALO_ORACLES "/zone_answers.py' 20261120", [&](const Cells& row) {
     if (row[0] == "rows") {
       announced = std::stoi(row[1]);
       return;
